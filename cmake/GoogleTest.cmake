@@ -1,0 +1,31 @@
+# GoogleTest is built from source so the same version serves the native and the MinGW build.
+# Debian's googletest package ships the source in /usr/src/googletest.
+set(TOLMO_GOOGLETEST_SOURCE "/usr/src/googletest" CACHE PATH "GoogleTest source tree")
+if(NOT EXISTS "${TOLMO_GOOGLETEST_SOURCE}/CMakeLists.txt")
+  message(FATAL_ERROR "GoogleTest source not found in ${TOLMO_GOOGLETEST_SOURCE} (install the Debian package googletest)")
+endif()
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(BUILD_GMOCK ON CACHE BOOL "" FORCE)
+set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
+add_subdirectory(${TOLMO_GOOGLETEST_SOURCE} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+# tolmo_add_test(name SOURCES ... LIBRARIES ...): one test executable, registered with CTest.
+# Under the cross build CTest runs it through CMAKE_CROSSCOMPILING_EMULATOR (Wine).
+function(tolmo_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  set(sources)
+  foreach(source IN LISTS ARG_SOURCES)
+    if(source MATCHES "Win32(Test)?\\.cpp$" AND NOT WIN32)
+      continue()
+    endif()
+    if(source MATCHES "Posix(Test)?\\.cpp$" AND WIN32)
+      continue()
+    endif()
+    list(APPEND sources ${source})
+  endforeach()
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main tolmo_options)
+  target_compile_definitions(${name} PRIVATE TOLMO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 1800)
+endfunction()
