@@ -1,0 +1,32 @@
+#include "hexview/HexText.h"
+
+namespace tlm {
+
+char16_t UpperHexDigit(std::uint8_t value)
+{
+    return static_cast<char16_t>(value < 10 ? u'0' + value : u'A' + (value - 10));
+}
+
+std::u16string FormatHexByte(std::uint8_t byte)
+{
+    return {UpperHexDigit(static_cast<std::uint8_t>(byte >> 4)), UpperHexDigit(static_cast<std::uint8_t>(byte & 0xF))};
+}
+
+std::u16string FormatBytesAsHex(std::span<const std::uint8_t> bytes)
+{
+    std::u16string text;
+    if (bytes.empty()) {
+        return text;
+    }
+    text.reserve(bytes.size() * 3 - 1);
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (i != 0) {
+            text.push_back(u' ');
+        }
+        text.push_back(UpperHexDigit(static_cast<std::uint8_t>(bytes[i] >> 4)));
+        text.push_back(UpperHexDigit(static_cast<std::uint8_t>(bytes[i] & 0xF)));
+    }
+    return text;
+}
+
+} // namespace tlm

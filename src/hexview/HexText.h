@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+namespace tlm {
+
+char16_t UpperHexDigit(std::uint8_t value); // value 0 to 15
+
+// Two upper-case hexadecimal digits.
+std::u16string FormatHexByte(std::uint8_t byte);
+
+// The bytes as two upper-case digits each, one blank between them and none at the ends: "DE AD BE".
+std::u16string FormatBytesAsHex(std::span<const std::uint8_t> bytes);
+
+} // namespace tlm
