@@ -383,6 +383,16 @@ void EditableDocument::FailWithSystemError(std::uint32_t error)
     }
 }
 
+// After a save the file is opened again; when that fails, the document stays closed and says why.
+bool EditableDocument::Reopen(const std::u16string& path)
+{
+    if (file.Open(path)) {
+        return true;
+    }
+    FailWithSystemError(LastSystemError());
+    return false;
+}
+
 bool EditableDocument::SavesViaTemporaryFile() const
 {
     const std::uint64_t fileSize = file.GetSize();
@@ -462,7 +472,7 @@ bool EditableDocument::SaveInPlace(const std::u16string& path, const ProgressCal
     ClearEdits();
     CloseFile(target);
     file.Close();
-    return file.Open(path);
+    return Reopen(path);
 }
 
 // Writes the whole edited view into `target` from its start, in file order: each run before the byte
@@ -576,7 +586,7 @@ bool EditableDocument::SaveViaTemporaryFile(const std::u16string& path, const Pr
         return false;
     }
     ClearEdits();
-    return file.Open(path);
+    return Reopen(path);
 }
 
 } // namespace tlm

@@ -80,6 +80,7 @@ private:
 
     void ClearEdits();
     void FailWithSystemError(std::uint32_t error);
+    bool Reopen(const std::u16string& path);
     bool SaveInPlace(const std::u16string& path, const ProgressCallback& progress);
     bool SaveViaTemporaryFile(const std::u16string& path, const ProgressCallback& progress);
     bool WriteEditedFile(FileHandle target, std::uint64_t total, const ProgressCallback& progress);

@@ -1,0 +1,548 @@
+#include "TestFolder.h"
+
+#include "document/EditableDocument.h"
+#include "document/FileFaults.h"
+#include "document/PlatformFile.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <chrono>
+
+namespace tlm {
+namespace {
+
+using test::TestFolder;
+using Bytes = std::vector<std::uint8_t>;
+
+#if defined(_WIN32)
+constexpr std::uint32_t AccessDenied = 5;
+#else
+constexpr std::uint32_t AccessDenied = EACCES;
+#endif
+
+struct ProgressCall {
+    std::uint64_t done = 0;
+    std::uint64_t total = 0;
+    friend bool operator==(const ProgressCall&, const ProgressCall&) = default;
+};
+
+class SaveTest : public ::testing::Test {
+protected:
+    void TearDown() override { ClearFileFaults(); }
+
+    void Open(const Bytes& bytes)
+    {
+        original = bytes;
+        path = folder.Write("target.bin", bytes);
+        document.Close();
+        ASSERT_TRUE(document.file.Open(path));
+    }
+
+    Bytes OnDisk() const { return test::ReadWholeFile(folder.File("target.bin")); }
+    Bytes Shown() const { return document.Read(0, document.GetEditedSize()).bytes; }
+
+    bool Save()
+    {
+        progress.clear();
+        return document.Save([this](std::uint64_t done, std::uint64_t total) { progress.push_back({done, total}); });
+    }
+
+    std::uint64_t Calls(FileOperation operation) const { return FileOperationCalls(operation); }
+
+    // A failed save that must leave the file as it was, the edits in place and the document open.
+    void ExpectNothingChanged(const Bytes& shownBefore)
+    {
+        EXPECT_EQ(OnDisk(), original);
+        EXPECT_TRUE(document.IsOpen());
+        EXPECT_TRUE(document.IsModified());
+        EXPECT_EQ(Shown(), shownBefore);
+        EXPECT_EQ(document.file.GetSize(), original.size());
+        EXPECT_FALSE(document.lastError.empty());
+        EXPECT_TRUE(folder.TemporaryFiles().empty());
+    }
+
+    TestFolder folder;
+    std::u16string path;
+    Bytes original;
+    EditableDocument document;
+    std::vector<ProgressCall> progress;
+};
+
+// Edits that keep every byte where it is, and one that moves bytes.
+void EditInPlace(EditableDocument& document)
+{
+    ASSERT_TRUE(document.OverwriteByte(1, 0xA1));
+    ASSERT_TRUE(document.OverwriteByte(5, 0xA5));
+}
+
+void EditWithMove(EditableDocument& document)
+{
+    ASSERT_TRUE(document.InsertByte(2, 0xEE));
+    ASSERT_TRUE(document.OverwriteByte(5, 0xA5));
+}
+
+TEST_F(SaveTest, SaveWithNoFileOpenFailsWithItsMessage)
+{
+    EXPECT_FALSE(document.Save());
+    EXPECT_EQ(document.lastError, u"No file is open.");
+}
+
+TEST_F(SaveTest, SaveClearsTheLastErrorFirst)
+{
+    Open({1, 2, 3});
+    document.lastError = u"earlier failure";
+    EXPECT_TRUE(document.Save());
+    EXPECT_TRUE(document.lastError.empty());
+}
+
+TEST_F(SaveTest, SavingWithNoEditsReturnsTrueAndLeavesTheFileTimeAlone)
+{
+    Open({1, 2, 3});
+    const auto past = std::filesystem::file_time_type::clock::now() - std::chrono::hours(30 * 24);
+    std::filesystem::last_write_time(folder.File("target.bin"), past);
+    const std::filesystem::file_time_type before = std::filesystem::last_write_time(folder.File("target.bin"));
+    const std::uint64_t writesOpened = Calls(FileOperation::OpenForWriting);
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    EXPECT_TRUE(Save());
+    EXPECT_EQ(std::filesystem::last_write_time(folder.File("target.bin")), before);
+    EXPECT_EQ(Calls(FileOperation::OpenForWriting), writesOpened);
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created);
+    EXPECT_TRUE(progress.empty());
+    EXPECT_TRUE(document.IsOpen());
+}
+
+TEST_F(SaveTest, OverwritesAloneAreWrittenInPlaceGroupByGroup)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    ASSERT_TRUE(document.OverwriteByte(2, 0xA2));
+    ASSERT_TRUE(document.OverwriteByte(3, 0xA3));
+    ASSERT_TRUE(document.OverwriteByte(8, 0xA8));
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    const std::uint64_t writes = Calls(FileOperation::Write);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created);
+    EXPECT_EQ(Calls(FileOperation::Write), writes + 2);
+    EXPECT_EQ(OnDisk(), (Bytes{0, 1, 0xA2, 0xA3, 4, 5, 6, 7, 0xA8, 9}));
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{4, 10}, {9, 10}}));
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(Shown(), OnDisk());
+}
+
+TEST_F(SaveTest, AppendedBytesAreWrittenInPlaceAtTheEnd)
+{
+    Open({1, 2, 3});
+    ASSERT_TRUE(document.InsertByte(3, 0xB0));
+    ASSERT_TRUE(document.InsertByte(4, 0xB1));
+    ASSERT_TRUE(document.OverwriteByte(0, 0xA0));
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created);
+    EXPECT_EQ(OnDisk(), (Bytes{0xA0, 2, 3, 0xB0, 0xB1}));
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{1, 5}, {5, 5}}));
+    EXPECT_EQ(document.GetEditedSize(), 5u);
+}
+
+TEST_F(SaveTest, ACutTailIsTruncatedInPlace)
+{
+    Open({1, 2, 3, 4, 5});
+    ASSERT_TRUE(document.DeleteByte(4));
+    ASSERT_TRUE(document.DeleteByte(3));
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created);
+    EXPECT_EQ(OnDisk(), (Bytes{1, 2, 3}));
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{3, 3}}));
+}
+
+TEST_F(SaveTest, AFileEditedToZeroLengthIsTruncatedInPlaceWithProgressTotalOne)
+{
+    Open({1, 2, 3, 4});
+    for (int i = 0; i < 4; ++i) {
+        ASSERT_TRUE(document.DeleteByte(0));
+    }
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created);
+    EXPECT_TRUE(OnDisk().empty());
+    EXPECT_EQ(std::filesystem::file_size(folder.File("target.bin")), 0u);
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{1, 1}}));
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_EQ(document.GetEditedSize(), 0u);
+}
+
+TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceKeepsTheTailAndCutsTheRunsEnd)
+{
+    Open({1, 2, 3, 4});
+    ASSERT_TRUE(document.DeleteByte(3));
+    ASSERT_TRUE(document.DeleteByte(2));
+    ASSERT_TRUE(document.InsertByte(2, 0xB0));
+    ASSERT_TRUE(document.InsertByte(3, 0xB1));
+    ASSERT_TRUE(document.InsertByte(4, 0xB2));
+    EXPECT_EQ(Shown(), (Bytes{1, 2, 0xB0, 0xB1, 0xB2}));
+    ASSERT_FALSE(document.SavesViaTemporaryFile());
+    ASSERT_TRUE(Save());
+    // The run goes to the old end, then the file is cut at the edited size.
+    EXPECT_EQ(OnDisk(), (Bytes{1, 2, 3, 4, 0xB0}));
+}
+
+TEST_F(SaveTest, AnInsertInTheMiddleWritesAFullCopyThenReplacesTheTarget)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    const std::uint64_t replaced = Calls(FileOperation::Replace);
+    const Bytes expected = Shown();
+    ASSERT_TRUE(document.SavesViaTemporaryFile());
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
+    EXPECT_EQ(Calls(FileOperation::Replace), replaced + 1);
+    EXPECT_EQ(OnDisk(), expected);
+    EXPECT_EQ(OnDisk(), (Bytes{0, 1, 0xEE, 2, 3, 0xA5, 5, 6, 7}));
+    // Copy up to the run, the run, copy up to the overwrite, the overwrite, copy the rest.
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{2, 9}, {3, 9}, {5, 9}, {6, 9}, {9, 9}}));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(Shown(), expected);
+    EXPECT_EQ(document.file.GetSize(), 9u);
+}
+
+TEST_F(SaveTest, ARewriteCopiesInChunksOfOneMebibyte)
+{
+    Bytes big = test::RandomBytes(2 * 1048576 + 100, 3);
+    Open(big);
+    ASSERT_TRUE(document.InsertByte(0, 0x11));
+    ASSERT_TRUE(Save());
+    big.insert(big.begin(), 0x11);
+    EXPECT_TRUE(OnDisk() == big);
+    EXPECT_EQ(progress, (std::vector<ProgressCall>{{1, big.size()}, {1048577, big.size()}, {2097153, big.size()},
+                            {big.size(), big.size()}}));
+}
+
+TEST_F(SaveTest, DeletionsInTheMiddleGoThroughTheTemporaryFile)
+{
+    Open({1, 2, 3, 4, 5});
+    ASSERT_TRUE(document.DeleteByte(1));
+    ASSERT_TRUE(document.SavesViaTemporaryFile());
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
+    EXPECT_EQ(OnDisk(), (Bytes{1, 3, 4, 5}));
+}
+
+TEST_F(SaveTest, RunsAmongDeletedBytesKeepTheirPlace)
+{
+    Open({0, 1, 2, 3, 4, 5});
+    // A run before file byte 3, with bytes 2 and 3 deleted around it.
+    ASSERT_TRUE(document.InsertByte(3, 0xEE));
+    ASSERT_TRUE(document.DeleteByte(4));
+    ASSERT_TRUE(document.DeleteByte(2));
+    ASSERT_TRUE(document.OverwriteByte(3, 0xA4));
+    EXPECT_EQ(Shown(), (Bytes{0, 1, 0xEE, 0xA4, 5}));
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(OnDisk(), (Bytes{0, 1, 0xEE, 0xA4, 5}));
+}
+
+TEST_F(SaveTest, APathBeginningWithTwoBackslashesChoosesTheTemporaryFile)
+{
+    TestFolder cwdFolder;
+    const std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(cwdFolder.Path());
+    // On Windows the prefix is the long-path form; elsewhere two backslashes begin an ordinary name.
+#if defined(_WIN32)
+    const std::u16string name = u"\\\\?\\" + test::PathText(std::filesystem::absolute(cwdFolder.File("plain.bin")));
+#else
+    const std::u16string name = u"\\\\plain.bin";
+#endif
+    test::WriteWholeFile(std::filesystem::path(name), {1, 2, 3});
+    ASSERT_TRUE(document.file.Open(name));
+    ASSERT_TRUE(document.OverwriteByte(0, 9));
+    EXPECT_TRUE(document.SavesViaTemporaryFile());
+#if defined(_WIN32)
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
+    EXPECT_EQ(test::ReadWholeFile(cwdFolder.File("plain.bin")), (Bytes{9, 2, 3}));
+    EXPECT_TRUE(cwdFolder.TemporaryFiles().empty());
+#endif
+    document.Close();
+    std::filesystem::current_path(previous);
+}
+
+TEST_F(SaveTest, APathBeginningWithTwoSlashesAlwaysUsesTheTemporaryFile)
+{
+    // "//" followed by the folder names the same file on both platforms' local paths.
+    const std::u16string absolute = test::PathText(std::filesystem::absolute(folder.File("slashes.bin")));
+    folder.Write("slashes.bin", {1, 2, 3});
+#if defined(_WIN32)
+    const std::u16string name = u"//?/" + absolute;
+#else
+    const std::u16string name = u"/" + absolute;
+#endif
+    ASSERT_TRUE(document.file.Open(name));
+    ASSERT_TRUE(document.OverwriteByte(0, 9));
+    EXPECT_TRUE(document.SavesViaTemporaryFile());
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    ASSERT_TRUE(document.Save()) << std::string(document.lastError.begin(), document.lastError.end());
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
+    EXPECT_EQ(test::ReadWholeFile(folder.File("slashes.bin")), (Bytes{9, 2, 3}));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+TEST_F(SaveTest, ABareFileNameIsRewrittenBesideItInTheCurrentFolder)
+{
+    const std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    folder.Write("bare.bin", {1, 2, 3});
+    ASSERT_TRUE(document.file.Open(u"bare.bin"));
+    ASSERT_TRUE(document.InsertByte(0, 7));
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(test::ReadWholeFile(folder.File("bare.bin")), (Bytes{7, 1, 2, 3}));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+    document.Close();
+    std::filesystem::current_path(previous);
+}
+
+TEST_F(SaveTest, ABareFileNameWithoutACurrentFolderFailsAsPathNotFound)
+{
+    const std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    folder.Write("bare.bin", {1, 2, 3});
+    original = {1, 2, 3};
+    ASSERT_TRUE(document.file.Open(u"bare.bin"));
+    ASSERT_TRUE(document.InsertByte(0, 7));
+    InjectFileFault(FileOperation::CurrentFolder, AccessDenied);
+    EXPECT_FALSE(document.Save());
+    ClearFileFaults();
+    EXPECT_EQ(document.lastError, FormatSystemError(PathNotFoundError()));
+    EXPECT_EQ(test::ReadWholeFile(folder.File("bare.bin")), original);
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_TRUE(document.IsModified());
+    document.Close();
+    std::filesystem::current_path(previous);
+}
+
+// Failure rows, each made to happen by failing one platform operation.
+
+TEST_F(SaveTest, InPlaceOpenFailureKeepsTheFileTheEditsAndTheOpenDocument)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditInPlace(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::OpenForWriting, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, InPlaceWriteFailureLeavesTheFilePartlyWrittenAndTheEditsKept)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditInPlace(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Write, AccessDenied, 1);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(OnDisk(), (Bytes{0, 0xA1, 2, 3, 4, 5, 6, 7}));
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_EQ(document.file.GetSize(), 8u);
+    EXPECT_EQ(Shown(), shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+    // The write handle was let go: saving again works.
+    EXPECT_TRUE(Save());
+    EXPECT_EQ(OnDisk(), shown);
+}
+
+TEST_F(SaveTest, InPlaceFlushFailureKeepsTheEditsAndTheOpenDocument)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    ASSERT_TRUE(document.DeleteByte(7));
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Flush, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_EQ(document.file.GetSize(), 8u);
+    EXPECT_EQ(Shown(), shown);
+    EXPECT_FALSE(document.lastError.empty());
+}
+
+TEST_F(SaveTest, InPlaceTruncationFailureKeepsTheEdits)
+{
+    Open({0, 1, 2, 3});
+    ASSERT_TRUE(document.DeleteByte(3));
+    InjectFileFault(FileOperation::SetEnd, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(OnDisk(), original);
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, InPlaceReopenFailureLeavesTheFileSavedTheEditsEmptiedAndTheDocumentClosed)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditInPlace(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::OpenForReading, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(OnDisk(), shown);
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_FALSE(document.IsOpen());
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+TEST_F(SaveTest, TemporaryFileCreationFailureKeepsTheFileTheEditsAndTheOpenDocument)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::CreateNew, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, TemporaryNamesThatExistAreRetried)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    InjectFileFault(FileOperation::CreateNew, FileExistsError(), 0, 3);
+    EXPECT_TRUE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 4);
+    EXPECT_EQ(OnDisk(), shown);
+}
+
+TEST_F(SaveTest, SixtyFourTakenTemporaryNamesFailAsFileExists)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
+    InjectFileFault(FileOperation::CreateNew, FileExistsError());
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 64);
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(FileExistsError()));
+}
+
+TEST_F(SaveTest, TemporaryWriteFailureDeletesTheTemporaryFileAndKeepsEverything)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Write, AccessDenied, 2);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, TemporaryCopyReadFailureDeletesTheTemporaryFileAndKeepsEverything)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Read, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+}
+
+TEST_F(SaveTest, ATargetThatShrankMeanwhileFailsTheRewriteWithAnEndOfFileError)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    std::filesystem::resize_file(folder.File("target.bin"), 4);
+    original.resize(4);
+    EXPECT_FALSE(Save());
+    EXPECT_EQ(OnDisk(), original);
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_EQ(document.lastError, FormatSystemError(EndOfFileError()));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+TEST_F(SaveTest, TemporaryFlushFailureDeletesTheTemporaryFileAndKeepsEverything)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Flush, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, WhenReplaceFailsTheMoveStillPutsTheFileInPlace)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    const std::uint64_t moved = Calls(FileOperation::MoveOver);
+    InjectFileFault(FileOperation::Replace, AccessDenied);
+    EXPECT_TRUE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(Calls(FileOperation::MoveOver), moved + 1);
+    EXPECT_EQ(OnDisk(), shown);
+    EXPECT_TRUE(document.IsOpen());
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+TEST_F(SaveTest, WhenBothReplacesFailTheFileStaysTheTemporaryGoesAndTheDocumentReopens)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::Replace, AccessDenied);
+    InjectFileFault(FileOperation::MoveOver, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+}
+
+TEST_F(SaveTest, WhenBothReplacesAndTheReopenFailTheEditsStayOnAClosedDocument)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    InjectFileFault(FileOperation::Replace, AccessDenied);
+    InjectFileFault(FileOperation::MoveOver, AccessDenied);
+    InjectFileFault(FileOperation::OpenForReading, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(OnDisk(), original);
+    EXPECT_FALSE(document.IsOpen());
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_FALSE(document.lastError.empty());
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+TEST_F(SaveTest, TemporaryReopenFailureLeavesTheFileSavedTheEditsEmptiedAndTheDocumentClosed)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes shown = Shown();
+    InjectFileFault(FileOperation::OpenForReading, AccessDenied);
+    EXPECT_FALSE(Save());
+    ClearFileFaults();
+    EXPECT_EQ(OnDisk(), shown);
+    EXPECT_FALSE(document.IsOpen());
+    EXPECT_FALSE(document.IsModified());
+    EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+}
+
+} // namespace
+} // namespace tlm
