@@ -86,7 +86,8 @@ tolmo_wait_exit() {
 # Saves the screen area "left top width height" ($1) as a PNG ($2).
 tolmo_screenshot() {
   local left top width height
-  read -r left top width height <<<"$1"
+  # The driver writes Windows line ends.
+  read -r left top width height <<<"$(tr -d '\r' <<<"$1")"
   [ "$left" -lt 0 ] && { width=$((width + left)); left=0; }
   [ "$top" -lt 0 ] && { height=$((height + top)); top=0; }
   # Give the X server the window's first paint.
