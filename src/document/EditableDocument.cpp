@@ -189,12 +189,15 @@ bool EditableDocument::AppendFileBytes(std::uint64_t fileOffset, std::uint64_t c
 {
     while (count > 0) {
         const std::uint64_t request = std::min(count, LargestFileRead);
-        const ByteBlock block = file.Read(fileOffset, request);
-        if (!block.bytes.empty()) {
-            spans.push_back(FileSpan{fileOffset, out.size(), block.bytes.size()});
-            out.insert(out.end(), block.bytes.begin(), block.bytes.end());
+        // Straight into the result: no second buffer per block.
+        const std::size_t at = out.size();
+        out.resize(at + static_cast<std::size_t>(request));
+        const std::uint32_t read = file.ReadInto(fileOffset, request, out.data() + at);
+        out.resize(at + read);
+        if (read != 0) {
+            spans.push_back(FileSpan{fileOffset, at, read});
         }
-        if (block.bytes.size() != request) {
+        if (read != request) {
             return false;
         }
         fileOffset += request;

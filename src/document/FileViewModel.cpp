@@ -71,6 +71,16 @@ void FileViewModel::Close()
     path.clear();
 }
 
+std::uint32_t FileViewModel::ReadInto(std::uint64_t offset, std::uint64_t count, std::uint8_t* destination) const
+{
+    if (!IsOpen() || count == 0 || offset >= size) {
+        return 0;
+    }
+    // One read takes a 32-bit count; only its low half reaches the system.
+    const auto request = static_cast<std::uint32_t>(std::min(count, size - offset));
+    return ReadFileAt(handle, offset, destination, request).value_or(0);
+}
+
 ByteBlock FileViewModel::Read(std::uint64_t offset, std::uint64_t count) const
 {
     ByteBlock block;
@@ -78,16 +88,8 @@ ByteBlock FileViewModel::Read(std::uint64_t offset, std::uint64_t count) const
     if (!IsOpen() || count == 0 || offset >= size) {
         return block;
     }
-    count = std::min(count, size - offset);
-    // One read takes a 32-bit count; only its low half reaches the system, so only that much is sized.
-    const auto request = static_cast<std::uint32_t>(count);
-    block.bytes.resize(request);
-    const std::optional<std::uint32_t> read = ReadFileAt(handle, offset, block.bytes.data(), request);
-    if (!read) {
-        block.bytes.clear();
-        return block;
-    }
-    block.bytes.resize(*read);
+    block.bytes.resize(static_cast<std::uint32_t>(std::min(count, size - offset)));
+    block.bytes.resize(ReadInto(offset, count, block.bytes.data()));
     return block;
 }
 

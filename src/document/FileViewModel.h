@@ -24,6 +24,10 @@ public:
     std::u16string GetPath() const override;
     ByteBlock Read(std::uint64_t offset, std::uint64_t count) const override;
 
+    // Read into the caller's memory, which must hold the low 32 bits of `count` bytes: the number of
+    // bytes read, under the same rules as Read (zero on failure or past the end).
+    std::uint32_t ReadInto(std::uint64_t offset, std::uint64_t count, std::uint8_t* destination) const;
+
     // Drops any file open before, also when the new one cannot be opened.
     bool Open(const std::u16string& path);
     void Close();

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+
 namespace tlm {
 namespace {
 
@@ -229,6 +231,43 @@ TEST_F(EditableDocumentTest, CountDeletedInAndSkipDeletedFollowTheDeletions)
     EXPECT_EQ(document.SkipDeleted(0, 10, 4), 6u);
     EXPECT_EQ(document.SkipDeleted(0, 10, 7), 10u);
     EXPECT_EQ(document.SkipDeleted(6, 9, 5), 9u);
+}
+
+// The hex view deletes a selection one byte at a time from its end. The first, linear design took
+// minutes for a mebibyte; the bound here is loose enough for slow builds and busy machines and still
+// fails on anything quadratic.
+double SecondsToDeleteSelection(EditableDocument& document, std::uint64_t first, std::uint64_t count)
+{
+    const auto start = std::chrono::steady_clock::now();
+    for (std::uint64_t i = count; i-- > 0;) {
+        EXPECT_TRUE(document.DeleteByte(first + i));
+        (void)document.GetEditedSize();
+    }
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+TEST(EditableDocumentScale, DeletingAMebibyteOfFileBytesByteByByteIsFast)
+{
+    TestFolder folder;
+    EditableDocument document;
+    ASSERT_TRUE(document.file.Open(folder.Write("big.bin", Bytes(3 * 1048576, 0x33))));
+    EXPECT_LT(SecondsToDeleteSelection(document, 1048576 + 7, 1048576), 10.0);
+    EXPECT_EQ(document.GetEditedSize(), 2u * 1048576);
+    EXPECT_EQ(document.deletedOffsets.IntervalCount(), 1u);
+}
+
+TEST(EditableDocumentScale, DeletingAMebibyteInsideAnInsertedRunByteByByteIsFast)
+{
+    TestFolder folder;
+    EditableDocument document;
+    ASSERT_TRUE(document.file.Open(folder.Write("small.bin", Bytes(100, 0x33))));
+    for (std::uint64_t i = 0; i < 3 * 1048576; ++i) {
+        ASSERT_TRUE(document.InsertByte(50 + i, static_cast<std::uint8_t>(i)));
+    }
+    EXPECT_LT(SecondsToDeleteSelection(document, 50 + 1048576, 1048576), 10.0);
+    EXPECT_EQ(document.GetEditedSize(), 2u * 1048576 + 100);
+    EXPECT_EQ(document.Read(50 + 1048576 - 1, 2).bytes,
+        (Bytes{static_cast<std::uint8_t>(1048576 - 1), static_cast<std::uint8_t>(2 * 1048576)}));
 }
 
 } // namespace
