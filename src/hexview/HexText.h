@@ -14,4 +14,7 @@ std::u16string FormatHexByte(std::uint8_t byte);
 // The bytes as two upper-case digits each, one blank between them and none at the ends: "DE AD BE".
 std::u16string FormatBytesAsHex(std::span<const std::uint8_t> bytes);
 
+// The offset column's text: upper-case hexadecimal, eight digits or sixteen when `wide`, then ":".
+std::u16string FormatRowOffset(std::uint64_t rowOffset, bool wide);
+
 } // namespace tlm

@@ -7,18 +7,6 @@
 
 namespace tlm {
 
-std::u16string FormatRowOffset(std::uint64_t rowOffset, bool wide)
-{
-    const int digits = wide ? 16 : 8;
-    std::u16string text(static_cast<std::size_t>(digits), u'0');
-    for (int i = digits - 1; i >= 0; --i) {
-        text[static_cast<std::size_t>(i)] = UpperHexDigit(static_cast<std::uint8_t>(rowOffset & 0xF));
-        rowOffset >>= 4;
-    }
-    text.push_back(u':');
-    return text;
-}
-
 RowCells BuildRowCells(const IReadOnlyDocument* document, std::uint64_t rowOffset,
     std::span<const std::uint8_t> rowBytes, TextEncoding encoding)
 {

@@ -19,9 +19,6 @@ struct RowCells {
     std::vector<std::u16string> textCells;
 };
 
-// The offset column's text: upper-case hexadecimal, eight digits or sixteen when `wide`, then ":".
-std::u16string FormatRowOffset(std::uint64_t rowOffset, bool wide);
-
 // Builds the cells of the row that starts at `rowOffset` from its bytes. The offset is wide when the
 // document holds 0x100000000 bytes or more; with no document it is eight digits.
 RowCells BuildRowCells(const IReadOnlyDocument* document, std::uint64_t rowOffset,

@@ -2,13 +2,13 @@
 
 #include "MemoryDocument.h"
 #include "RecordingHost.h"
+#include "ViewPoints.h"
 
 #include "hexview/HexView.h"
 #include "hexview/TextMeasurer.h"
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -18,11 +18,6 @@ namespace tlm::test {
 // hex and text cells 8 wide, so the hex column starts at 8 + 72 + 12 = 92 and the text column at 488.
 inline constexpr float TestLineHeight = 16.0f;
 inline constexpr float TestCharacterWidth = 8.0f;
-
-struct Point {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-};
 
 class HexViewFixture : public ::testing::Test {
 protected:
@@ -61,20 +56,8 @@ protected:
         }
     }
 
-    // The middle of a cell on screen line `line`, in pixels at 96 dpi.
-    Point HexCell(std::int32_t line, std::int32_t column) const
-    {
-        const RowGeometry row = GetRowGeometry(view.Metrics(), view.State(), view.Client(), line);
-        return {static_cast<std::int32_t>(std::lround(HexCellLeft(view.Metrics(), row, column) + 4.0f)),
-            static_cast<std::int32_t>(std::lround(row.top + view.Metrics().rowHeight / 2.0f))};
-    }
-
-    Point TextCell(std::int32_t line, std::int32_t column) const
-    {
-        const RowGeometry row = GetRowGeometry(view.Metrics(), view.State(), view.Client(), line);
-        return {static_cast<std::int32_t>(std::lround(TextCellLeft(view.Metrics(), row, column) + 2.0f)),
-            static_cast<std::int32_t>(std::lround(row.top + view.Metrics().rowHeight / 2.0f))};
-    }
+    Point HexCell(std::int32_t line, std::int32_t column) const { return HexCellPoint(view, line, column); }
+    Point TextCell(std::int32_t line, std::int32_t column) const { return TextCellPoint(view, line, column); }
 
     void Click(Point point)
     {

@@ -151,9 +151,13 @@ TEST_F(HexViewMouse, ClicksAtHighDpiHitTheSameBytes)
     host.dpi = 192;
     host.client = {1600, 1200};
     Open(Iota(64));
-    const Point cell = HexCell(1, 3); // in layout units
-    view.OnLeftButtonDown(cell.x * 2, cell.y * 2);
+    // Hex cell 3 of the second row spans 164 to 188 units across and 29.6 to 51.2 down: twice that in pixels.
+    view.OnLeftButtonDown(2 * 170, 2 * 40);
     EXPECT_EQ(view.State().caretOffset, 19u);
+    view.OnLeftButtonDown(2 * 187, 2 * 51);
+    EXPECT_EQ(view.State().caretOffset, 19u);
+    view.OnLeftButtonDown(2 * 189, 2 * 40);
+    EXPECT_EQ(view.State().caretOffset, 20u);
 }
 
 } // namespace
