@@ -26,6 +26,13 @@ struct ByteRange {
 // The logic of the hex view window: the grid, the caret and selection, typing and deleting, scrolling
 // and zoom. Platform events come in through the On... handlers, each of which answers whether it handled
 // the event (false sends it on to the default handler); effects go out through the host.
+//
+// On Windows the window procedure only translates: WM_KEYDOWN to OnKeyDown(wParam, Ctrl down by
+// GetKeyState), WM_CHAR to OnChar, the left button, WM_MOUSEMOVE and WM_CAPTURECHANGED to the mouse
+// handlers with the client coordinates, WM_MOUSEWHEEL to OnMouseWheel(wheel delta, MK_CONTROL),
+// WM_VSCROLL and WM_HSCROLL to the scroll handlers with the 32-bit track position of GetScrollInfo,
+// WM_SETFOCUS, WM_KILLFOCUS, WM_TIMER, WM_SIZE and WM_DPICHANGED to theirs. Painting reads Metrics,
+// State, Document and Encoding and builds rows with BuildRowCells.
 class HexView {
 public:
     static constexpr std::uint32_t BlinkTimerId = 1;
