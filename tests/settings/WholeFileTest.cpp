@@ -1,0 +1,100 @@
+#include "settings/WholeFile.h"
+
+#include "ScratchFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+namespace tlm {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string> Names(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST(WholeFile, ReadGivesEveryByte)
+{
+    test::ScratchFolder scratch;
+    const std::string bytes("a\0b\r\n\xFF", 6);
+    test::WriteBytes(scratch.File("f"), bytes);
+    EXPECT_EQ(ReadWholeFile(test::PathText(scratch.File("f"))), bytes);
+}
+
+TEST(WholeFile, ReadOfAMissingFileOrAFolderGivesNothing)
+{
+    test::ScratchFolder scratch;
+    EXPECT_FALSE(ReadWholeFile(test::PathText(scratch.File("missing"))).has_value());
+    EXPECT_FALSE(ReadWholeFile(scratch.Text()).has_value());
+}
+
+TEST(WholeFile, ReplaceCreatesAFileAndLeavesNothingElse)
+{
+    test::ScratchFolder scratch;
+    ASSERT_TRUE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "new"));
+    EXPECT_EQ(test::ReadBytes(scratch.File("f.json")), "new");
+    EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
+}
+
+TEST(WholeFile, ReplaceSwapsTheOldContentForTheNew)
+{
+    test::ScratchFolder scratch;
+    test::WriteBytes(scratch.File("f.json"), std::string(5000, 'o'));
+    ASSERT_TRUE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "short"));
+    EXPECT_EQ(test::ReadBytes(scratch.File("f.json")), "short");
+    EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
+}
+
+TEST(WholeFile, AFailedReplaceKeepsTheOldFileAndRemovesItsTemporary)
+{
+    test::ScratchFolder scratch;
+    // A folder in the target's place cannot be replaced by a file.
+    fs::create_directory(scratch.File("f.json"));
+    test::WriteBytes(scratch.File("f.json") / "inside", "kept");
+    EXPECT_FALSE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "new"));
+    EXPECT_EQ(test::ReadBytes(scratch.File("f.json") / "inside"), "kept");
+    EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
+}
+
+TEST(WholeFile, ReplaceInAMissingFolderFails)
+{
+    test::ScratchFolder scratch;
+    EXPECT_FALSE(ReplaceWholeFile(test::PathText(scratch.File("no") / "f.json"), "x"));
+    EXPECT_TRUE(fs::is_empty(scratch.Path()));
+}
+
+TEST(WholeFile, TemporaryNamesStandBesideTheTargetAndDiffer)
+{
+    std::set<std::u16string> names;
+    for (std::uint32_t attempt = 0; attempt < 50; ++attempt) {
+        const std::u16string name = TemporarySiblingPath(u"/folder/tolmo.settings.json", attempt);
+        EXPECT_TRUE(name.starts_with(u"/folder/tolmo.settings.json."));
+        EXPECT_TRUE(name.ends_with(u".tmp"));
+        EXPECT_EQ(name.size(), std::u16string(u"/folder/tolmo.settings.json.").size() + 16 + 4);
+        names.insert(name);
+    }
+    EXPECT_EQ(names.size(), 50u);
+}
+
+TEST(WholeFile, PathTextThatCannotNameAFileIsRefused)
+{
+#ifdef _WIN32
+    GTEST_SKIP() << "Windows file names hold any UTF-16 text";
+#else
+    const std::u16string lone(1, static_cast<char16_t>(0xD800));
+    EXPECT_FALSE(PathFromText(lone).has_value());
+    EXPECT_FALSE(ReadWholeFile(lone).has_value());
+    EXPECT_FALSE(ReplaceWholeFile(lone, "x"));
+#endif
+}
+
+} // namespace
+} // namespace tlm
