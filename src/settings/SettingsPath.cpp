@@ -28,6 +28,13 @@ std::optional<std::filesystem::path> Join(std::u16string_view base, std::initial
     return path;
 }
 
+// A relative $XDG_CONFIG_HOME is not valid under the XDG base directory rules and is ignored.
+bool IsAbsolute(std::u16string_view folder)
+{
+    const auto path = PathFromText(folder);
+    return path && path->is_absolute();
+}
+
 bool CreateFolderWithParents(const std::filesystem::path& folder)
 {
     std::error_code error;
@@ -121,7 +128,7 @@ SettingsLocation ResolvePosixSettingsPath(const PosixSettingsInputs& inputs)
         return location;
     }
     std::optional<std::u16string> file;
-    if (inputs.configHome.starts_with(u'/')) {
+    if (IsAbsolute(inputs.configHome)) {
         file = SettingsFileIn(inputs.configHome, {u"tolmo"}, u"Failed to create user settings directory: ", location);
     } else if (!inputs.home.empty()) {
         file = SettingsFileIn(inputs.home, {u".config", u"tolmo"}, u"Failed to create user settings directory: ",

@@ -19,7 +19,7 @@ struct WindowsSettingsInputs {
 struct PosixSettingsInputs {
     std::optional<std::u16string> executableFolder;
     std::u16string executableFolderError;
-    std::u16string configHome; // $XDG_CONFIG_HOME, used only when it is an absolute path
+    std::u16string configHome; // $XDG_CONFIG_HOME, taken only when it is an absolute path
     std::u16string home;       // $HOME
     std::optional<std::u16string> currentFolder;
 };

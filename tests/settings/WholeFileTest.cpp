@@ -84,17 +84,5 @@ TEST(WholeFile, TemporaryNamesStandBesideTheTargetAndDiffer)
     EXPECT_EQ(names.size(), 50u);
 }
 
-TEST(WholeFile, PathTextThatCannotNameAFileIsRefused)
-{
-#ifdef _WIN32
-    GTEST_SKIP() << "Windows file names hold any UTF-16 text";
-#else
-    const std::u16string lone(1, static_cast<char16_t>(0xD800));
-    EXPECT_FALSE(PathFromText(lone).has_value());
-    EXPECT_FALSE(ReadWholeFile(lone).has_value());
-    EXPECT_FALSE(ReplaceWholeFile(lone, "x"));
-#endif
-}
-
 } // namespace
 } // namespace tlm
