@@ -12,4 +12,9 @@ std::optional<std::u16string> ExecutableFolder(std::u16string& error);
 // The process's current folder; nothing when it is unknown.
 std::optional<std::u16string> CurrentFolder();
 
+// Where the program's own files (the language files) are looked for: the program's folder, else the
+// current folder, else nothing, which leaves paths relative. Why the program's folder was unknown is
+// not worth showing and is dropped.
+std::u16string ProgramBaseDirectory();
+
 } // namespace tlm

@@ -7,6 +7,7 @@
 #include <knownfolders.h>
 #include <shlobj.h>
 
+#include <cwchar>
 #include <vector>
 
 namespace tlm {
