@@ -3,8 +3,10 @@
 #include "structview/StructValueText.h"
 
 #include <algorithm>
+#include <bitset>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace tlm {
 
@@ -66,6 +68,54 @@ const ResolvedStruct* FindStruct(const StructPatternFile& patternFile, const std
     return nullptr;
 }
 
+// The structs that the entry's struct fields name, found in one walk over the file's structs, so that
+// an entry with many fields of distinct types costs one walk rather than one per field. A cheap key of
+// length and three characters rejects most names before the hash lookup.
+class NamedStructs {
+public:
+    NamedStructs(const StructPatternFile& patternFile, const std::vector<ResolvedMember>& members)
+    {
+        const std::size_t reachable = std::min(members.size(), MaxStructRows);
+        for (std::size_t i = 0; i < reachable; ++i) {
+            if (IsStructField(members[i]) && found.try_emplace(members[i].structName, nullptr).second)
+                filter.set(FilterKey(members[i].structName));
+        }
+        std::size_t missing = found.size();
+        for (const ResolvedStruct& candidate : patternFile.structs) {
+            if (missing == 0)
+                break;
+            if (!filter.test(FilterKey(candidate.name)))
+                continue;
+            const auto slot = found.find(candidate.name);
+            if (slot != found.end() && slot->second == nullptr) {
+                slot->second = &candidate;
+                --missing;
+            }
+        }
+    }
+
+    const ResolvedStruct* Find(const std::u16string& name) const
+    {
+        const auto slot = found.find(name);
+        return slot == found.end() ? nullptr : slot->second;
+    }
+
+private:
+    static constexpr std::size_t FilterBits = 4096;
+
+    static std::size_t FilterKey(std::u16string_view name)
+    {
+        if (name.empty())
+            return 0;
+        const std::size_t key = name.size() * 0x9E37u + name.front() * 0x85EBu + name[name.size() / 2] * 0xC2B3u
+            + name.back() * 0x27D5u;
+        return (key ^ (key >> 12)) % FilterBits;
+    }
+
+    std::unordered_map<std::u16string_view, const ResolvedStruct*> found;
+    std::bitset<FilterBits> filter;
+};
+
 // Collects rows up to the cap; once a row is refused every loop stops and the result gets its closing row.
 class RowSink {
 public:
@@ -118,7 +168,7 @@ void AddNestedRows(RowSink& sink, const ResolvedMember& parent, const ResolvedSt
     }
 }
 
-void AddMemberRows(RowSink& sink, const StructPatternFile& patternFile, const ResolvedMember& member)
+void AddMemberRows(RowSink& sink, const NamedStructs& nestedStructs, const ResolvedMember& member)
 {
     if (member.isPadding) {
         sink.Add(member.name, member.offset, sink.Value(member), SizeText(member));
@@ -128,7 +178,7 @@ void AddMemberRows(RowSink& sink, const StructPatternFile& patternFile, const Re
         sink.Add(member.name + u" : " + member.structName, member.offset, {}, SizeText(member));
         if (sink.Truncated())
             return;
-        if (const ResolvedStruct* nested = FindStruct(patternFile, member.structName))
+        if (const ResolvedStruct* nested = nestedStructs.Find(member.structName))
             AddNestedRows(sink, member, *nested);
         return;
     }
@@ -146,9 +196,10 @@ std::vector<StructRow> BuildStructRows(const StructEvalRequest& request)
     const ResolvedStruct* entry = FindStruct(patternFile, patternFile.entryStructName);
     if (entry == nullptr)
         return {};
+    const NamedStructs nestedStructs(patternFile, entry->members);
     RowSink sink(request, entry->members.size());
     for (const ResolvedMember& member : entry->members) {
-        AddMemberRows(sink, patternFile, member);
+        AddMemberRows(sink, nestedStructs, member);
         if (sink.Truncated())
             break;
     }

@@ -260,6 +260,20 @@ TEST(StructRows, OnlyOneLevelExpandsAndADeeperStructFieldIsOneRowOfBytes)
     EXPECT_EQ(rows[3].size, u"2");
 }
 
+TEST(StructRows, ANestedStructIsTheFirstOfItsNameAndMayExpandMoreThanOnce)
+{
+    const auto pattern = Pattern({Struct(u"Twin", {Scalar(u"first", u"uint8_t", 0, 1)}, 1),
+                                     Struct(u"Twin", {Scalar(u"second", u"uint8_t", 0, 1)}, 1),
+                                     Struct(u"Outer", {StructField(u"a", u"Twin", 0, 1), StructField(u"b", u"Twin", 1, 1)}, 2)},
+        u"Outer");
+    const std::vector<StructRow> rows = BuildStructRows(Request(pattern, {5, 6}));
+    ASSERT_EQ(rows.size(), 4u);
+    EXPECT_EQ(rows[1].name, u"  first");
+    EXPECT_EQ(rows[1].value, u"0x05");
+    EXPECT_EQ(rows[3].name, u"  first");
+    EXPECT_EQ(rows[3].value, u"0x06");
+}
+
 TEST(StructRows, AnArrayOfStructsIsOneRowOfBytes)
 {
     const auto pattern = Pattern({Struct(u"A", {StructField(u"points", u"P", 0, 2, 3)}, 6),
