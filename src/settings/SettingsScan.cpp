@@ -213,28 +213,18 @@ std::optional<float> FindNumberValue(std::string_view text, std::string_view key
 
 std::optional<float> ParseDecimalRun(std::string_view run)
 {
+    // A float conversion reads one optional sign and then the longest number it can, and ignores what
+    // follows: "1.2.3" is 1.2 and "12-3" is 12. from_chars knows no leading '+', so that sign is taken
+    // here, and a second sign behind it leaves nothing to convert.
     std::string_view number = run;
-    if (!number.empty() && number.front() == '+')
+    if (!number.empty() && number.front() == '+') {
         number.remove_prefix(1);
-    std::string_view unsignedPart = number;
-    if (!unsignedPart.empty() && unsignedPart.front() == '-')
-        unsignedPart.remove_prefix(1);
-    // Digits with at most one point, and at least one digit: what a person means by a number.
-    std::size_t digits = 0;
-    std::size_t points = 0;
-    for (char c : unsignedPart) {
-        if (IsDigit(c))
-            ++digits;
-        else if (c == '.')
-            ++points;
-        else
+        if (!number.empty() && (number.front() == '+' || number.front() == '-'))
             return std::nullopt;
     }
-    if (digits == 0 || points > 1)
-        return std::nullopt;
     float value = 0.0f;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error != std::errc{} || end != number.data() + number.size())
+    if (error != std::errc{} || end == number.data())
         return std::nullopt;
     return value;
 }

@@ -23,8 +23,9 @@ std::optional<std::size_t> FindObjectStart(std::string_view text, std::string_vi
 std::optional<bool> FindBoolValue(std::string_view text, std::string_view key, std::size_t start);
 
 // After `"key"`, the ':' and white space: the run of digits, '+', '-' and '.' as a float. Anything else
-// ends the run, an exponent letter too. Nothing when the run is empty or is not one whole number
-// ("+-.", "1.2.3") or is out of a float's range.
+// ends the run, an exponent letter too. The run converts as a float conversion reads it, the longest
+// number at its start ("1.2.3" is 1.2); nothing when no number starts it ("+-.", ".") or it is out of
+// a float's range.
 std::optional<float> FindNumberValue(std::string_view text, std::string_view key, std::size_t start);
 
 // The string value of the member `key` of the outermost object; members of nested objects are skipped,
@@ -45,7 +46,7 @@ std::vector<std::string> StringsIn(std::string_view text);
 // Every balanced {...} of `text` not inside a string, each with its braces.
 std::vector<std::string_view> ObjectsIn(std::string_view text);
 
-// Converts a run of digits, signs and points when it is one whole decimal number.
+// Converts the number at the start of a run of digits, signs and points; the rest of the run is ignored.
 std::optional<float> ParseDecimalRun(std::string_view run);
 
 } // namespace tlm

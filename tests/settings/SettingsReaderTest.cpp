@@ -157,6 +157,20 @@ TEST(SettingsReader, FiveFavoritesKeepTheFirstThree)
         (Favorites{TextEncoding::Utf8, TextEncoding::Big5, TextEncoding::EucKr}));
 }
 
+TEST(SettingsReader, NonAsciiLettersOfAFavoriteOrCharsetNameAreDroppedByteByByteBeforeComparing)
+{
+    // "gb\u00E9k" keeps "gbk" and "big5\u00A0" keeps "big5"; "sh\u0131ftjis" keeps "shftjis", which is
+    // no name at all and so reads as ASCII.
+    const std::string favorites = "{\"encodingFavorites\": [\"gb\xC3\xA9k\", \"big5\xC2\xA0\", \"sh\xC4\xB1" "ftjis\"]}";
+    EXPECT_EQ(Read(favorites).encodingFavorites, (Favorites{TextEncoding::Gbk, TextEncoding::Big5, TextEncoding::Ascii}));
+    EXPECT_EQ(ReadEncoding("{\"encoding\": {\"kind\": \"charset\", \"charset\": {\"language\": \"\xE2\x80\x8Bthai\", "
+                           "\"code\": \"tis\xE2\x80\x91" "620\"}}}"),
+        TextEncoding::Tis620);
+    EXPECT_FALSE(ReadEncoding("{\"encoding\": {\"kind\": \"charset\", \"charset\": {\"language\": \"jap\xC3\xA1nese\", "
+                              "\"code\": \"cp932\"}}}")
+                     .has_value());
+}
+
 TEST(SettingsReader, FavoritesWithABracketInANameAreReadWhole)
 {
     EXPECT_EQ(Read(R"({"encodingFavorites": ["big5]", "gbk"]})").encodingFavorites,
@@ -292,9 +306,14 @@ TEST(SettingsReader, SizeThatDoesNotConvertLeavesTheFieldUnchanged)
     AppSettings start;
     start.fontSize = 15.0f;
     EXPECT_EQ(Read(R"({"font": {"size": +-., "bold": true}})", start).fontSize, 15.0f);
-    EXPECT_EQ(Read(R"({"font": {"size": 1.2.3}})", start).fontSize, 15.0f);
+    EXPECT_EQ(Read(R"({"font": {"size": .-5}})", start).fontSize, 15.0f);
     EXPECT_EQ(Read(R"({"font": {"size": "14"}})", start).fontSize, 15.0f);
     EXPECT_TRUE(Read(R"({"font": {"size": +-., "bold": true}})", start).fontBold);
+}
+
+TEST(SettingsReader, SizeWithASecondPointKeepsTheNumberBeforeIt)
+{
+    EXPECT_EQ(Read(R"({"font": {"size": 10.5.1}})").fontSize, 10.5f);
 }
 
 TEST(SettingsReader, SizeWithAnExponentKeepsOnlyItsMantissa)

@@ -90,13 +90,24 @@ TEST(SettingsScan, AnEmptyRunGivesNothing)
     EXPECT_FALSE(FindNumberValue(R"({"size":)", "size", 0).has_value());
 }
 
-TEST(SettingsScan, ARunThatIsNotOneNumberGivesNothing)
+TEST(SettingsScan, ARunWithoutALeadingNumberGivesNothing)
 {
     EXPECT_FALSE(FindNumberValue(R"({"size": +-.})", "size", 0).has_value());
-    EXPECT_FALSE(FindNumberValue(R"({"size": 1.2.3})", "size", 0).has_value());
-    EXPECT_FALSE(FindNumberValue(R"({"size": 1-2})", "size", 0).has_value());
+    EXPECT_FALSE(FindNumberValue(R"({"size": +-1})", "size", 0).has_value());
+    EXPECT_FALSE(FindNumberValue(R"({"size": --1})", "size", 0).has_value());
+    EXPECT_FALSE(FindNumberValue(R"({"size": ++1})", "size", 0).has_value());
     EXPECT_FALSE(FindNumberValue(R"({"size": .})", "size", 0).has_value());
+    EXPECT_FALSE(FindNumberValue(R"({"size": -.})", "size", 0).has_value());
     EXPECT_FALSE(FindNumberValue(R"({"size": 1)" + std::string(60, '0') + "}", "size", 0).has_value());
+}
+
+TEST(SettingsScan, ARunConvertsAsFarAsItsLeadingNumberGoes)
+{
+    EXPECT_EQ(FindNumberValue(R"({"size": 1.2.3})", "size", 0), 1.2f);
+    EXPECT_EQ(FindNumberValue(R"({"size": 12-3})", "size", 0), 12.0f);
+    EXPECT_EQ(FindNumberValue(R"({"size": +9+})", "size", 0), 9.0f);
+    EXPECT_EQ(FindNumberValue(R"({"size": -4.5.})", "size", 0), -4.5f);
+    EXPECT_EQ(FindNumberValue(R"({"size": 7.})", "size", 0), 7.0f);
 }
 
 TEST(SettingsScan, TopLevelStringSkipsNestedMembers)
