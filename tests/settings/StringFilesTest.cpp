@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <optional>
 #include <set>
 
 // Checks the language files that ship with the program against the program's list of keys.
@@ -121,6 +124,96 @@ TEST_P(TranslatedFilesTest, IsNotACopyOfTheEnglishFile)
     // Product and encoding names, value types such as "UInt16 LE" and words that several languages
     // share with English ("Zoom", "OK", "Offset") stay as they are; at least two thirds must differ.
     EXPECT_LE(same, AllStringKeys().size() / 3) << same << " values equal the English ones:" << sameKeys;
+}
+
+// Letters compare for access keys as Windows matches them, without case: enough of Latin and Cyrillic
+// for the languages shipped.
+char16_t FoldCase(char16_t c)
+{
+    if ((c >= u'A' && c <= u'Z') || (c >= 0x00C0 && c <= 0x00DE && c != 0x00D7) || (c >= 0x0410 && c <= 0x042F))
+        return static_cast<char16_t>(c + 0x20);
+    if (c >= 0x0400 && c <= 0x040F)
+        return static_cast<char16_t>(c + 0x50);
+    if (c >= 0x0100 && c <= 0x017F) {
+        const bool oddUpper = (c >= 0x0139 && c <= 0x0148) || (c >= 0x0179 && c <= 0x017E);
+        if (oddUpper ? (c % 2 == 1) : (c % 2 == 0 && c != 0x0138))
+            return static_cast<char16_t>(c + 1);
+    }
+    return c;
+}
+
+// The access key of a label: the character behind its single '&'; nothing without one.
+std::optional<char16_t> AccessKey(std::u16string_view label)
+{
+    const std::size_t amp = label.find(u'&');
+    if (amp == std::u16string_view::npos || amp + 1 >= label.size())
+        return std::nullopt;
+    return FoldCase(label[amp + 1]);
+}
+
+// The labels that stand together in one menu or dialog, where two equal access keys would make one
+// of them unreachable.
+const std::vector<std::vector<std::string_view>>& LabelGroups()
+{
+    static const std::vector<std::vector<std::string_view>> groups{
+        {"menu.file", "menu.edit", "menu.view", "menu.settings", "menu.help"},
+        {"menu.file.open", "menu.file.save", "menu.file.close", "menu.file.more_recent", "menu.file.exit"},
+        {"menu.view.find", "menu.view.goto", "menu.view.zoom"},
+        {"menu.view.zoom.out", "menu.view.zoom.in", "menu.view.zoom.reset"},
+        {"menu.view.encoding", "menu.view.theme", "menu.view.language", "menu.settings.analysis",
+            "menu.settings.font"},
+        {"menu.view.encoding.favorite", "menu.view.encoding.japanese", "menu.view.encoding.korean",
+            "menu.view.encoding.chinese", "menu.view.encoding.thai", "menu.view.encoding.vietnamese",
+            "menu.view.encoding.indic"},
+        {"menu.view.encoding.favorite.add_current", "menu.view.encoding.favorite.remove_current",
+            "menu.view.encoding.favorite.clear"},
+        {"menu.view.theme.light", "menu.view.theme.coolslate", "menu.view.theme.darkblue", "menu.view.theme.black"},
+        {"menu.settings.analysis.data_inspector", "menu.settings.analysis.struct_view"},
+        {"dialog.font.family", "dialog.font.size", "dialog.font.bold", "dialog.font.italic"},
+        {"dialog.search.query", "dialog.search.type", "dialog.search.next", "dialog.search.previous"},
+        {"structview.valueformat.bytearray", "structview.valueformat.endian", "structview.valueformat.numericbase"},
+        {"structview.valueformat.bytearray.hex", "structview.valueformat.bytearray.ascii"},
+        {"structview.valueformat.endian.little", "structview.valueformat.endian.big"},
+        {"structview.valueformat.numericbase.hex", "structview.valueformat.numericbase.dec"},
+    };
+    return groups;
+}
+
+TEST_P(StringFilesTest, LabelsHaveOneAccessKeyExactlyWhereTheEnglishOnesHaveOne)
+{
+    const StringTable english = ParseStringTable(test::ReadBytes(LanguageFile(u"en-US")));
+    const StringTable table = ParseStringTable(Bytes());
+    for (std::string_view key : AllStringKeys()) {
+        const auto found = table.find(std::string(key));
+        const auto reference = english.find(std::string(key));
+        ASSERT_TRUE(found != table.end() && reference != english.end()) << key;
+        const std::u16string& text = found->second;
+        const auto amps = std::count(text.begin(), text.end(), u'&');
+        if (AccessKey(reference->second)) {
+            EXPECT_EQ(amps, 1) << key;
+            EXPECT_TRUE(AccessKey(text).has_value()) << key;
+        } else {
+            // Outside a menu or a dialog label the '&' would be shown as it is.
+            EXPECT_EQ(amps, 0) << key;
+        }
+    }
+}
+
+TEST_P(StringFilesTest, AccessKeysWithinOneMenuOrDialogDiffer)
+{
+    const StringTable table = ParseStringTable(Bytes());
+    for (const std::vector<std::string_view>& group : LabelGroups()) {
+        std::map<char16_t, std::string_view> taken;
+        for (std::string_view key : group) {
+            const auto found = table.find(std::string(key));
+            ASSERT_NE(found, table.end()) << key;
+            const auto accessKey = AccessKey(found->second);
+            if (!accessKey)
+                continue;
+            const auto [place, fresh] = taken.emplace(*accessKey, key);
+            EXPECT_TRUE(fresh) << key << " takes the access key of " << place->second;
+        }
+    }
 }
 
 std::vector<std::u16string_view> CatalogueCodes(bool withEnglish)
