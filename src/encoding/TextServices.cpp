@@ -51,14 +51,14 @@ std::optional<std::u16string> DecodeWithTable(const CodePageTable& table, std::s
                 return std::nullopt;
             }
             text.push_back(unit);
-        } else if (i + 1 == bytes.size()) {
-            // A lead byte cut off by the end of the input.
+        } else if (i + 1 == bytes.size() || bytes[i + 1] == 0) {
+            // A lead byte cut off by the end of the input, or by a NUL, which always stays itself.
             if (strict) {
                 return std::nullopt;
             }
             text.push_back(table.defaultUnicode);
         } else {
-            // The byte after a lead byte always belongs to it, whatever it is.
+            // Any other byte after a lead byte belongs to it, even when the pair means nothing.
             const std::uint8_t trail = bytes[++i];
             const char16_t unit = table.DecodePair(byte, trail);
             if (strict && IsInvalidPair(table, byte, trail, unit)) {
