@@ -90,6 +90,55 @@ MultiByteText EncodeWithTable(const CodePageTable& table, std::u16string_view te
     return result;
 }
 
+// Range of the second byte after a lead byte; later continuation bytes are 0x80 to 0xBF.
+struct SecondByteRange {
+    std::uint8_t low = 0x80;
+    std::uint8_t high = 0xBF;
+};
+
+SecondByteRange SecondByteRangeAfter(std::uint8_t lead)
+{
+    switch (lead) {
+    case 0xE0: return {0xA0, 0xBF}; // no overlong three-byte form
+    case 0xED: return {0x80, 0x9F}; // no surrogate
+    case 0xF0: return {0x90, 0xBF}; // no overlong four-byte form
+    case 0xF4: return {0x80, 0x8F}; // nothing above U+10FFFF
+    default: return {};
+    }
+}
+
+// Length of the sequence a lead byte starts; 1 for a byte that starts none.
+std::size_t SequenceLengthAfter(std::uint8_t lead)
+{
+    if (lead >= 0xC2 && lead <= 0xDF) {
+        return 2;
+    }
+    if (lead >= 0xE0 && lead <= 0xEF) {
+        return 3;
+    }
+    if (lead >= 0xF0 && lead <= 0xF4) {
+        return 4;
+    }
+    return 1;
+}
+
+// Bytes of the longest start of a valid sequence at the front of `bytes` (at least 1): an ill-formed
+// sequence becomes one replacement character for that start, as Unicode recommends.
+std::size_t IllFormedLength(std::span<const std::uint8_t> bytes)
+{
+    const std::uint8_t lead = bytes[0];
+    const std::size_t length = SequenceLengthAfter(lead);
+    std::size_t taken = 1;
+    while (taken < length && taken < bytes.size()) {
+        const SecondByteRange range = taken == 1 ? SecondByteRangeAfter(lead) : SecondByteRange{};
+        if (bytes[taken] < range.low || bytes[taken] > range.high) {
+            break;
+        }
+        ++taken;
+    }
+    return taken;
+}
+
 std::u16string DecodeUtf8Leniently(std::span<const std::uint8_t> bytes)
 {
     std::u16string text;
@@ -99,7 +148,7 @@ std::u16string DecodeUtf8Leniently(std::span<const std::uint8_t> bytes)
         const std::size_t length = ValidUtf8SequenceLength(rest);
         if (length == 0) {
             text.push_back(ReplacementCharacter);
-            ++i;
+            i += IllFormedLength(rest);
             continue;
         }
         text += *Utf8ToUtf16(rest.first(length));

@@ -291,10 +291,20 @@ TEST(TextServicesUtf8, RefusesCutSequencesAndStrayContinuationsWhenStrict)
     EXPECT_FALSE(Decode(65001, {0x80}, true));
 }
 
-TEST(TextServicesUtf8, InvalidBytesBecomeReplacementCharactersWithoutStrict)
+TEST(TextServicesUtf8, IllFormedBytesBecomeReplacementCharactersWithoutStrict)
 {
+    // Bytes that can start no sequence each give one replacement character.
     EXPECT_EQ(Decode(65001, {0x41, 0xC0, 0x80, 0x42}, false), std::u16string(u"A\uFFFD\uFFFDB"));
-    EXPECT_EQ(Decode(65001, {0xE3, 0x81, 0xE3, 0x81, 0x82}, false), std::u16string(u"\uFFFD\uFFFD\u3042"));
+    EXPECT_EQ(Decode(65001, {0x80, 0xBF, 0xFF}, false), std::u16string(u"\uFFFD\uFFFD\uFFFD"));
+    EXPECT_EQ(Decode(65001, {0xED, 0xA0, 0x80}, false), std::u16string(u"\uFFFD\uFFFD\uFFFD"));
+    EXPECT_EQ(Decode(65001, {0xF4, 0x90, 0x80, 0x80}, false), std::u16string(u"\uFFFD\uFFFD\uFFFD\uFFFD"));
+}
+
+TEST(TextServicesUtf8, CutSequenceIsOneReplacementCharacterWithoutStrict)
+{
+    EXPECT_EQ(Decode(65001, {0xE3, 0x81, 0x41}, false), std::u16string(u"\uFFFDA"));
+    EXPECT_EQ(Decode(65001, {0xE3, 0x81, 0xE3, 0x81, 0x82}, false), std::u16string(u"\uFFFD\u3042"));
+    EXPECT_EQ(Decode(65001, {0xF0, 0x9F, 0x98}, false), std::u16string(u"\uFFFD"));
 }
 
 TEST(TextServicesUtf8, EncodesSupplementaryCharactersInFourBytes)
