@@ -15,6 +15,7 @@ namespace tlm {
 
 // Decodes bytes of `codePage`. With `strict`, input that is invalid in the page fails the whole call;
 // without it, invalid input decodes to the page's default character. Empty input gives empty text.
+// ISCII (57002) has a single mode: a byte without a character fails the call whatever `strict` says.
 std::optional<std::u16string> MultiByteToUtf16(std::uint32_t codePage, std::span<const std::uint8_t> bytes, bool strict);
 
 struct MultiByteText {
