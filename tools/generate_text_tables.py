@@ -56,8 +56,13 @@ def read_bestfit(path, number):
     section = None
     lead_ranges = []
     lead = None
+    declared = {}  # section (a lead byte for its table) -> record count its tag announces
     for fields in data_lines(path):
         tag = fields[0].upper()
+        if tag in ("MBTABLE", "WCTABLE"):
+            declared[tag] = int(fields[1])
+        elif tag == "DBCSTABLE":
+            declared[lead_ranges[0]] = int(fields[1])
         if tag == "CODEPAGE":
             if int(fields[1]) != number:
                 sys.exit(f"{path}: code page {fields[1]}, expected {number}")
@@ -82,7 +87,18 @@ def read_bestfit(path, number):
             page.pairs[(lead, int(fields[0], 16))] = int(fields[1], 16)
         elif section == "WCTABLE":
             page.encode[int(fields[0], 16)] = int(fields[1], 16)
+    check_counts(path, page, declared)
     return page
+
+
+def check_counts(path, page, declared):
+    # Every section must hold as many records as its tag announces, or the file was misread.
+    found = {"MBTABLE": len(page.single), "WCTABLE": len(page.encode)}
+    for lead in page.leads:
+        found[lead] = sum(1 for pair_lead, _ in page.pairs if pair_lead == lead)
+    for section, count in declared.items():
+        if found.get(section) != count:
+            sys.exit(f"{path}: section {section} announces {count} records, {found.get(section)} read")
 
 
 def _looks_like_range(fields):
@@ -95,6 +111,7 @@ def read_ucm(path, number):
     page.leads = set(range(0xA1, 0xFF))
     in_map = False
     decode = {}
+    best_fits = set()
     for raw in open(path, encoding="ascii"):
         line = raw.strip()
         if line == "CHARMAP":
@@ -115,6 +132,8 @@ def read_ucm(path, number):
             continue
         if kind in (0, 1):
             page.encode[unit] = value
+        if kind == 1:
+            best_fits.add(unit)
         if kind in (0, 3):
             decode[data] = unit
     # Single bytes 0x00-0x9F stand for themselves; 0xFF keeps its own entry.
@@ -127,11 +146,15 @@ def read_ucm(path, number):
             page.pairs[(data[0], data[1])] = unit
     for byte in range(0x81, 0xA0):
         page.encode.setdefault(byte, byte)
+    # The runtime tells a best fit by its bytes reading back as another character; make sure they do.
+    for unit, value in page.encode.items():
+        if (page.decode_value(value) == unit) != (unit not in best_fits):
+            sys.exit(f"{path}: U+{unit:04X} does not read back as its kind says")
     return page
 
 
 def check_page(page):
-    # Every decoding entry of a round trip must encode back, and no best-fit entry may.
+    # Pairs need a lead byte, and the default character needs bytes to compare strict input against.
     problems = 0
     for unit, value in page.encode.items():
         if value > 0xFF and (value >> 8) not in page.leads:
