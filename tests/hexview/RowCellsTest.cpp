@@ -1,8 +1,11 @@
 #include "MemoryDocument.h"
 
+#include "encoding/RowTextDecoder.h"
 #include "hexview/RowCells.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 namespace tlm::test {
 namespace {
@@ -72,6 +75,40 @@ TEST(RowCells, AnEmptyReadGivesOnlyTheOffset)
     EXPECT_EQ(cells.offsetText, u"00000000:");
     EXPECT_TRUE(cells.hexCells.empty());
     EXPECT_TRUE(cells.textCells.empty());
+}
+
+TEST(RowCells, TextCellsAreTheDecodersCellsForTheRowInEveryEncoding)
+{
+    // Text of several scripts between random bytes, so that characters cross row edges everywhere.
+    std::mt19937 random(5);
+    std::vector<std::uint8_t> bytes;
+    const std::string pieces[] = {"plain text ", "\xE3\x81\x82\xE3\x81\x84", "\x82\xA0\x82\xA2", "\xB0\xA1\xB0\xA2",
+        "\xA1\xD1\xE8", "\xB3\xE8\xCC"};
+    while (bytes.size() < 300) {
+        const std::string& piece = pieces[random() % std::size(pieces)];
+        bytes.insert(bytes.end(), piece.begin(), piece.end());
+        bytes.push_back(static_cast<std::uint8_t>(random()));
+    }
+    const MemoryDocument document(bytes);
+    for (std::uint32_t encoding = 0; encoding < TextEncodingCount; ++encoding) {
+        for (std::uint64_t row = 0; row * 16 < bytes.size(); ++row) {
+            const std::uint64_t offset = row * 16;
+            const std::span<const std::uint8_t> rowBytes(document.bytes.data() + offset,
+                std::min<std::size_t>(16, bytes.size() - offset));
+            const RowCells cells = BuildRowCells(&document, offset, rowBytes, static_cast<TextEncoding>(encoding));
+            EXPECT_EQ(cells.textCells, DecodeRowText(&document, offset, rowBytes, static_cast<TextEncoding>(encoding)))
+                << "encoding " << encoding << ", row " << row;
+            EXPECT_EQ(cells.hexCells.size(), rowBytes.size());
+        }
+    }
+}
+
+TEST(RowCells, AClosedDocumentGivesEightDigits)
+{
+    MemoryDocument document(std::vector<std::uint8_t>(16, 0x41));
+    document.open = false;
+    const std::vector<std::uint8_t> bytes(16, 0x41);
+    EXPECT_EQ(BuildRowCells(&document, 0xABCDEF0ull, bytes, TextEncoding::Ascii).offsetText, u"0ABCDEF0:");
 }
 
 } // namespace
