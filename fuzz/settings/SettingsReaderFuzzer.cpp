@@ -1,4 +1,5 @@
 // Feeds arbitrary bytes to the settings reader, then writes what it read and reads that again.
+// settings.dict beside this file names the keys, which gets mutations into the reader quickly.
 #include "settings/SettingsReader.h"
 #include "settings/SettingsWriter.h"
 
@@ -41,6 +42,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     tlm::AppSettings settings;
     tlm::ParseSettings(text, settings);
     CheckLimits(settings);
+
+    // A field's new value depends on the text alone, never on what the record held before, so a second
+    // read of the same text changes nothing.
+    tlm::AppSettings twice = settings;
+    tlm::ParseSettings(text, twice);
+    Require(twice == settings);
 
     // The writer must take whatever the reader gave, and its file must read again. The values need not
     // come back equal: a text that ends in a quoted key name (x"theme) is taken for that key by a reader
