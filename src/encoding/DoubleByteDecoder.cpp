@@ -9,56 +9,72 @@ namespace tlm {
 
 namespace {
 
-bool InRange(std::uint8_t byte, std::uint8_t first, std::uint8_t last)
+constexpr bool InRange(std::uint8_t byte, std::uint8_t first, std::uint8_t last)
 {
     return byte >= first && byte <= last;
 }
 
-bool IsHighLead(std::uint8_t byte)
+constexpr bool IsHighLead(std::uint8_t byte)
 {
     return InRange(byte, 0x81, 0xFE);
 }
 
-bool IsEucKrByte(std::uint8_t byte)
+constexpr bool IsEucKrByte(std::uint8_t byte)
 {
     return InRange(byte, 0xA1, 0xFE);
 }
 
-bool IsWindows949Trail(std::uint8_t byte)
+constexpr bool IsWindows949Trail(std::uint8_t byte)
 {
     return InRange(byte, 0x41, 0x5A) || InRange(byte, 0x61, 0x7A) || InRange(byte, 0x81, 0xFE);
 }
 
-bool IsBig5Trail(std::uint8_t byte)
+constexpr bool IsBig5Trail(std::uint8_t byte)
 {
     return InRange(byte, 0x40, 0x7E) || InRange(byte, 0xA1, 0xFE);
 }
 
-bool IsGbkTrail(std::uint8_t byte)
+constexpr bool IsGbkTrail(std::uint8_t byte)
 {
     return InRange(byte, 0x40, 0x7E) || InRange(byte, 0x80, 0xFE);
 }
 
 std::size_t CharacterWidth(const DoubleByteScheme& scheme, std::span<const std::uint8_t> bytes)
 {
-    return scheme.isLead(bytes[0]) && bytes.size() > 1 && scheme.isTrail(bytes[1]) ? 2 : 1;
+    return scheme.IsLead(bytes[0]) && bytes.size() > 1 && scheme.IsTrail(bytes[1]) ? 2 : 1;
 }
+
+constexpr DoubleByteScheme MakeScheme(std::uint32_t codePage, bool (*isLead)(std::uint8_t), bool (*isTrail)(std::uint8_t))
+{
+    DoubleByteScheme scheme;
+    scheme.codePage = codePage;
+    for (int byte = 0; byte < 256; ++byte) {
+        scheme.lead[byte] = isLead(static_cast<std::uint8_t>(byte));
+        scheme.trail[byte] = isTrail(static_cast<std::uint8_t>(byte));
+    }
+    return scheme;
+}
+
+constexpr DoubleByteScheme Windows949Scheme = MakeScheme(949, IsHighLead, IsWindows949Trail);
+constexpr DoubleByteScheme EucKrScheme = MakeScheme(51949, IsEucKrByte, IsEucKrByte);
+constexpr DoubleByteScheme Big5Scheme = MakeScheme(950, IsHighLead, IsBig5Trail);
+constexpr DoubleByteScheme GbkScheme = MakeScheme(936, IsHighLead, IsGbkTrail);
 
 } // namespace
 
-std::optional<DoubleByteScheme> DoubleByteSchemeFor(TextEncoding encoding)
+const DoubleByteScheme* DoubleByteSchemeFor(TextEncoding encoding)
 {
     switch (encoding) {
     case TextEncoding::Windows949:
-        return DoubleByteScheme{949, IsHighLead, IsWindows949Trail};
+        return &Windows949Scheme;
     case TextEncoding::EucKr:
-        return DoubleByteScheme{51949, IsEucKrByte, IsEucKrByte};
+        return &EucKrScheme;
     case TextEncoding::Big5:
-        return DoubleByteScheme{950, IsHighLead, IsBig5Trail};
+        return &Big5Scheme;
     case TextEncoding::Gbk:
-        return DoubleByteScheme{936, IsHighLead, IsGbkTrail};
+        return &GbkScheme;
     default:
-        return std::nullopt;
+        return nullptr;
     }
 }
 
@@ -68,7 +84,7 @@ std::optional<DecodedCharacter> DecodeDoubleByteCharacter(const DoubleByteScheme
         return std::nullopt;
     }
     const std::size_t width = CharacterWidth(scheme, bytes);
-    const bool lead = scheme.isLead(bytes[0]);
+    const bool lead = scheme.IsLead(bytes[0]);
     if ((lead && width != 2) || (!lead && bytes[0] >= 0x80)) {
         return std::nullopt;
     }
@@ -86,11 +102,12 @@ std::size_t FindDoubleByteRowStart(const DoubleByteScheme& scheme, const RowDeco
         return rowStart;
     }
     // The scan may look at the row's first byte as a trail, never further.
-    const std::span<const std::uint8_t> scanned = std::span<const std::uint8_t>(buffer.bytes).first(
-        std::min(rowStart + 1, buffer.bytes.size()));
+    const std::vector<std::uint8_t>& bytes = buffer.bytes;
+    const std::size_t scanEnd = std::min(rowStart + 1, bytes.size());
     std::size_t position = 0;
-    while (position < rowStart && position < scanned.size()) {
-        const std::size_t width = CharacterWidth(scheme, scanned.subspan(position));
+    while (position < rowStart && position < scanEnd) {
+        const bool pair = scheme.IsLead(bytes[position]) && position + 1 < scanEnd && scheme.IsTrail(bytes[position + 1]);
+        const std::size_t width = pair ? 2 : 1;
         if (position + width > rowStart) {
             return position;
         }

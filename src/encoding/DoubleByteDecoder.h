@@ -4,6 +4,7 @@
 #include "encoding/RowTextDecoder.h"
 #include "encoding/TextEncoding.h"
 
+#include <array>
 #include <optional>
 #include <span>
 #include <string>
@@ -11,15 +12,19 @@
 
 namespace tlm {
 
-// The four double-byte encodings that share one engine: Windows-949, EUC-KR, Big5 and GBK.
+// The four double-byte encodings that share one engine: Windows-949, EUC-KR, Big5 and GBK. The lead and
+// trail tests are tables because the look-back scan asks them for thousands of bytes a row.
 struct DoubleByteScheme {
     std::uint32_t codePage = 0;
-    bool (*isLead)(std::uint8_t) = nullptr;
-    bool (*isTrail)(std::uint8_t) = nullptr;
+    std::array<bool, 256> lead{};
+    std::array<bool, 256> trail{};
+
+    bool IsLead(std::uint8_t byte) const { return lead[byte]; }
+    bool IsTrail(std::uint8_t byte) const { return trail[byte]; }
 };
 
 // The scheme of `encoding`, or nothing when it is not one of the four.
-std::optional<DoubleByteScheme> DoubleByteSchemeFor(TextEncoding encoding);
+const DoubleByteScheme* DoubleByteSchemeFor(TextEncoding encoding);
 
 // How far the resynchronising scan looks in front of a row: a fixed bound that keeps painting
 // constant-time, at the price of starting out of step inside a longer double-byte run.
