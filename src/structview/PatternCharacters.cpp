@@ -73,6 +73,8 @@ bool IsPairedUpper(char16_t c)
 
 bool IsPatternSpace(char16_t c)
 {
+    if (c < 0x80)
+        return c == u' ' || (c >= 0x09 && c <= 0x0D);
     return std::find(std::begin(SpaceCharacters), std::end(SpaceCharacters), c) != std::end(SpaceCharacters);
 }
 

@@ -26,7 +26,7 @@ namespace tlm {
 namespace {
 
 // Layout recurses once per level of struct embedding; this keeps the stack small on any input. Real
-// formats nest a handful of levels.
+// formats nest a handful of levels. The refusal's text below names the same number.
 constexpr std::size_t MaxStructNesting = 128;
 
 // A typedef chain longer than this is refused rather than walked for every member that uses it.
@@ -549,7 +549,7 @@ public:
             return std::nullopt;
         }
         if (depth >= MaxStructNesting) {
-            error = u"Structs are nested too deeply.";
+            nestingLimitError = u"Structs are embedded more than 128 levels deep, at: " + StructTypeName(state.structs[index]);
             return std::nullopt;
         }
         ++depth;
@@ -559,6 +559,9 @@ public:
     }
 
     std::u16string error;
+    // Set when the nesting limit stopped layout; it is reported instead of the texts that every
+    // level on the way out puts in its place, which would not say what went wrong.
+    std::u16string nestingLimitError;
     std::vector<ResolvedStruct> results;
 
 private:
@@ -663,7 +666,7 @@ bool ResolveStructs(const ParseState& state, StructPatternFile& patternFile, std
     StructLayouts layouts(state);
     for (std::size_t index = 0; index < state.structs.size(); ++index) {
         if (!layouts.Resolve(index)) {
-            error = layouts.error;
+            error = layouts.nestingLimitError.empty() ? layouts.error : layouts.nestingLimitError;
             return false;
         }
     }
