@@ -118,6 +118,19 @@ TEST(RowTextDecoder, Utf8CombiningMarkJoinsItsBaseEvenAfterAFiller)
     EXPECT_EQ(RowOf(Bytes{'a', 0xFF, 0xCC, 0x81, 'b'}, 0, TextEncoding::Utf8), (Cells{u"a\u0301", u".", u"", u"", u"b"}));
 }
 
+TEST(RowTextDecoder, Utf8MarkByThePlatformClassesJoinsItsBase)
+{
+    // Thai mai han-akat is a non-spacing mark outside the fixed table.
+    EXPECT_EQ(RowOf(Bytes{0xE0, 0xB8, 0x81, 0xE0, 0xB8, 0xB1}, 0, TextEncoding::Utf8),
+        (Cells{u"\u0E01\u0E31", u"", u"", u"", u"", u""}));
+}
+
+TEST(RowTextDecoder, Utf8JoinerAndSupplementaryVariationSelectorJoinTheirBase)
+{
+    EXPECT_EQ(RowOf(Bytes{'a', 0xE2, 0x80, 0x8D, 0xF3, 0xA0, 0x84, 0x80, 'b'}, 0, TextEncoding::Utf8),
+        (Cells{u"a\u200D\U000E0100", u"", u"", u"", u"", u"", u"", u"", u"b"}));
+}
+
 TEST(RowTextDecoder, Utf8MarkWhoseBaseIsInTheRowAboveGetsItsOwnCell)
 {
     const CheckedDocument document(Join({Repeat('a', 16), {0xCC, 0x81}, Repeat('b', 4)}));
