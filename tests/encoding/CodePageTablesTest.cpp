@@ -272,5 +272,56 @@ TEST(CodePageTables, LeadBytesFollowThePublishedRanges)
     }
 }
 
+class TabledCodePage : public testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(TabledCodePage, EveryExactlyEncodedUnitDecodesBack)
+{
+    std::size_t exact = 0;
+    for (std::uint32_t value = 0; value < 0x10000; ++value) {
+        const auto unit = static_cast<char16_t>(value);
+        const std::optional<MultiByteText> encoded = Encode(GetParam(), unit, true);
+        ASSERT_TRUE(encoded);
+        if (encoded->usedDefaultChar) {
+            EXPECT_EQ(encoded->bytes, Bytes{0x3F}) << std::hex << value;
+            continue;
+        }
+        ++exact;
+        const std::optional<std::u16string> decoded = Decode(GetParam(), encoded->bytes, false);
+        EXPECT_EQ(decoded, std::u16string(1, unit)) << std::hex << value;
+    }
+    EXPECT_GT(exact, 200u);
+}
+
+TEST_P(TabledCodePage, StrictDecodingEitherFailsOrAgreesWithLenientDecoding)
+{
+    for (std::uint32_t value = 0; value < 0x10000; ++value) {
+        const Bytes bytes{static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value & 0xFF)};
+        const std::optional<std::u16string> strict = Decode(GetParam(), bytes, true);
+        const std::optional<std::u16string> lenient = Decode(GetParam(), bytes, false);
+        ASSERT_TRUE(lenient);
+        EXPECT_FALSE(lenient->empty());
+        if (strict) {
+            EXPECT_EQ(strict, lenient) << std::hex << value;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(AllTables, TabledCodePage, testing::Values(874u, 932u, 936u, 949u, 950u, 1258u, 51949u));
+
+TEST(ShiftJisTable, EveryUserDefinedPairDecodesStrictlyIntoThePrivateUseArea)
+{
+    char16_t expected = 0xE000;
+    for (std::uint8_t lead = 0xF0; lead <= 0xF9; ++lead) {
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            if (trail == 0x7F) {
+                continue;
+            }
+            EXPECT_EQ(Decode(932, {lead, static_cast<std::uint8_t>(trail)}), std::u16string(1, expected)) << int(lead) << " " << trail;
+            ++expected;
+        }
+    }
+    EXPECT_EQ(expected, 0xE758);
+}
+
 } // namespace
 } // namespace tlm
