@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <regex>
 
 namespace tlm {
 namespace {
@@ -186,6 +188,44 @@ TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceKeepsTheTailAndCutsTheRunsEnd)
     EXPECT_EQ(OnDisk(), (Bytes{1, 2, 3, 4, 0xB0}));
 }
 
+TEST_F(SaveTest, TheReadHandleStaysOpenDuringAnInPlaceSave)
+{
+    Open({0, 1, 2, 3});
+    ASSERT_TRUE(document.OverwriteByte(1, 0xA1));
+    ASSERT_TRUE(document.InsertByte(4, 0xB0));
+    ASSERT_FALSE(document.SavesViaTemporaryFile());
+    int calls = 0;
+    ASSERT_TRUE(document.Save([&](std::uint64_t, std::uint64_t) {
+        ++calls;
+        EXPECT_TRUE(document.file.IsOpen());
+        EXPECT_EQ(document.file.GetSize(), 4u);
+    }));
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(OnDisk(), (Bytes{0, 0xA1, 2, 3, 0xB0}));
+}
+
+TEST_F(SaveTest, TheRewriteIsATemporaryFileNamedByProcessAndAttemptBesideTheTarget)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    EditWithMove(document);
+    const Bytes expected = Shown();
+    // Two taken names first, so the third attempt's number shows in the name.
+    InjectFileFault(FileOperation::CreateNew, FileExistsError(), 0, 2);
+    std::vector<std::string> seen;
+    ASSERT_TRUE(document.Save([&](std::uint64_t, std::uint64_t) {
+        for (const std::string& name : folder.TemporaryFiles()) {
+            if (std::find(seen.begin(), seen.end(), name) == seen.end()) {
+                seen.push_back(name);
+            }
+        }
+    }));
+    ClearFileFaults();
+    ASSERT_EQ(seen.size(), 1u);
+    EXPECT_TRUE(std::regex_match(seen[0], std::regex("Tolmo-[0-9A-F]{16}-02\\.tmp"))) << seen[0];
+    EXPECT_TRUE(folder.TemporaryFiles().empty());
+    EXPECT_EQ(OnDisk(), expected);
+}
+
 TEST_F(SaveTest, AnInsertInTheMiddleWritesAFullCopyThenReplacesTheTarget)
 {
     Open({0, 1, 2, 3, 4, 5, 6, 7});
@@ -243,28 +283,46 @@ TEST_F(SaveTest, RunsAmongDeletedBytesKeepTheirPlace)
     EXPECT_EQ(OnDisk(), (Bytes{0, 1, 0xEE, 0xA4, 5}));
 }
 
-TEST_F(SaveTest, APathBeginningWithTwoBackslashesChoosesTheTemporaryFile)
+TEST_F(SaveTest, APathBeginningWithTwoBackslashesAlwaysUsesTheTemporaryFile)
 {
     TestFolder cwdFolder;
     const std::filesystem::path previous = std::filesystem::current_path();
     std::filesystem::current_path(cwdFolder.Path());
-    // On Windows the prefix is the long-path form; elsewhere two backslashes begin an ordinary name.
 #if defined(_WIN32)
+    // The long-path form names an ordinary local file.
     const std::u16string name = u"\\\\?\\" + test::PathText(std::filesystem::absolute(cwdFolder.File("plain.bin")));
+    const std::filesystem::path onDisk = cwdFolder.File("plain.bin");
+    const std::filesystem::path temporaryFolder = cwdFolder.Path();
 #else
-    const std::u16string name = u"\\\\plain.bin";
+    // Here a backslash is an ordinary character: the whole name is one file in the current folder, and
+    // the lexical parent ("\\srv\share") is a folder whose name holds backslashes. Make both, so that
+    // the rewrite can run there and be renamed over the target.
+    const std::u16string name = u"\\\\srv\\share\\plain.bin";
+    const std::filesystem::path onDisk = cwdFolder.File("\\\\srv\\share\\plain.bin");
+    const std::filesystem::path temporaryFolder = cwdFolder.File("\\\\srv\\share");
+    std::filesystem::create_directory(temporaryFolder);
 #endif
-    test::WriteWholeFile(std::filesystem::path(name), {1, 2, 3});
+    test::WriteWholeFile(onDisk, {1, 2, 3});
     ASSERT_TRUE(document.file.Open(name));
+    // An overwrite alone would go in place on a local path.
     ASSERT_TRUE(document.OverwriteByte(0, 9));
     EXPECT_TRUE(document.SavesViaTemporaryFile());
-#if defined(_WIN32)
     const std::uint64_t created = Calls(FileOperation::CreateNew);
-    EXPECT_TRUE(document.Save());
+    const std::uint64_t openedForWriting = Calls(FileOperation::OpenForWriting);
+    bool sawTemporaryFile = false;
+    EXPECT_TRUE(document.Save([&](std::uint64_t, std::uint64_t) {
+        for (const auto& entry : std::filesystem::directory_iterator(temporaryFolder)) {
+            sawTemporaryFile = sawTemporaryFile || entry.path().filename().string().starts_with("Tolmo-");
+        }
+    })) << std::string(document.lastError.begin(), document.lastError.end());
+    EXPECT_TRUE(sawTemporaryFile);
     EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
-    EXPECT_EQ(test::ReadWholeFile(cwdFolder.File("plain.bin")), (Bytes{9, 2, 3}));
-    EXPECT_TRUE(cwdFolder.TemporaryFiles().empty());
-#endif
+    EXPECT_EQ(Calls(FileOperation::OpenForWriting), openedForWriting);
+    EXPECT_EQ(test::ReadWholeFile(onDisk), (Bytes{9, 2, 3}));
+    for (const auto& entry : std::filesystem::directory_iterator(temporaryFolder)) {
+        EXPECT_FALSE(entry.path().filename().string().starts_with("Tolmo-")) << entry.path();
+    }
+    EXPECT_FALSE(document.IsModified());
     document.Close();
     std::filesystem::current_path(previous);
 }
