@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cstdio>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -46,8 +47,8 @@ std::optional<std::u16string> SystemDecode(std::uint32_t codePage, const Bytes& 
     const DWORD flags = strict ? MB_ERR_INVALID_CHARS : 0;
     const char* input = reinterpret_cast<const char*>(bytes.data());
     const int count = static_cast<int>(bytes.size());
-    wchar_t units[8];
-    const int length = MultiByteToWideChar(codePage, flags, input, count, units, 8);
+    wchar_t units[32];
+    const int length = MultiByteToWideChar(codePage, flags, input, count, units, 32);
     if (length <= 0) {
         return std::nullopt;
     }
@@ -152,6 +153,64 @@ TEST(TextServicesAgainstSystem, EveryUnitEncodesAsTheSystemEncodesIt)
                     char what[32];
                     std::snprintf(what, sizeof what, "%s U+%04X", exactOnly ? "exact encode" : "encode", value);
                     log.Add(codePage, what, DescribeEncode(ours), DescribeEncode(system));
+                }
+            }
+        }
+    }
+    EXPECT_EQ(log.count, 0u) << log.shown;
+}
+
+std::optional<MultiByteText> SystemEncode(std::uint32_t codePage, std::u16string_view text, bool exactOnly)
+{
+    const DWORD flags = exactOnly ? WC_NO_BEST_FIT_CHARS : 0;
+    const wchar_t* input = reinterpret_cast<const wchar_t*>(text.data());
+    const int count = static_cast<int>(text.size());
+    char bytes[64];
+    BOOL usedDefault = FALSE;
+    const int length = WideCharToMultiByte(codePage, flags, input, count, bytes, 64, nullptr, &usedDefault);
+    if (length <= 0) {
+        return std::nullopt;
+    }
+    MultiByteText result;
+    result.bytes.assign(bytes, bytes + length);
+    result.usedDefaultChar = usedDefault != FALSE;
+    return result;
+}
+
+// Runs of bytes where lead bytes, trail bytes, NULs and the end of the input meet in every order.
+TEST(TextServicesAgainstSystem, RandomByteRunsDecodeAsTheSystemDecodesThem)
+{
+    std::mt19937 random(20261123);
+    const std::uint8_t interesting[] = {0x00, 0x0A, 0x3F, 0x40, 0x41, 0x7F, 0x80, 0x81, 0x9F, 0xA0, 0xA1, 0xB0, 0xDF, 0xE0, 0xF0, 0xFC, 0xFD, 0xFE, 0xFF};
+    DifferenceLog log;
+    for (const std::uint32_t codePage : CheckedCodePages) {
+        for (int run = 0; run < 5000; ++run) {
+            Bytes bytes(1 + random() % 12);
+            for (std::uint8_t& byte : bytes) {
+                byte = random() % 2 ? interesting[random() % std::size(interesting)] : static_cast<std::uint8_t>(random());
+            }
+            CompareDecoding(codePage, bytes, log);
+        }
+    }
+    EXPECT_EQ(log.count, 0u) << log.shown;
+}
+
+TEST(TextServicesAgainstSystem, RandomTextEncodesAsTheSystemEncodesIt)
+{
+    std::mt19937 random(1123);
+    const char16_t interesting[] = {0x0000, 0x003F, 0x00A5, 0x00C0, 0x20AC, 0x30FB, 0x3042, 0x4E00, 0xAC00, 0xD83D, 0xDE00, 0xE000, 0xFF71, 0xFFFD};
+    DifferenceLog log;
+    for (const std::uint32_t codePage : CheckedCodePages) {
+        for (int run = 0; run < 3000; ++run) {
+            std::u16string text(1 + random() % 10, u'\0');
+            for (char16_t& unit : text) {
+                unit = random() % 2 ? interesting[random() % std::size(interesting)] : static_cast<char16_t>(random());
+            }
+            for (const bool exactOnly : {true, false}) {
+                const std::optional<MultiByteText> ours = Utf16ToMultiByte(codePage, text, exactOnly);
+                const std::optional<MultiByteText> system = SystemEncode(codePage, text, exactOnly);
+                if (!SameEncoding(ours, system)) {
+                    log.Add(codePage, std::string(exactOnly ? "exact encode " : "encode ") + Hex(text), DescribeEncode(ours), DescribeEncode(system));
                 }
             }
         }
