@@ -3,6 +3,7 @@
 #include "encoding/Utf8.h"
 #include "settings/WholeFile.h"
 #include "structview/DefinitionError.h"
+#include "structview/PatternCharacters.h"
 #include "structview/PatternDeclaration.h"
 #include "structview/PatternNames.h"
 #include "structview/PatternNumber.h"
@@ -101,9 +102,17 @@ bool IsSymbol(const PatternToken& token, char16_t symbol)
     return token.kind == TokenKind::Symbol && token.text.size() == 1 && token.text[0] == symbol;
 }
 
+// An identifier holds no white space, so its normalised form is its lower-case form; comparing
+// character by character spares building that form for every identifier at top level.
 bool IsKeyword(const PatternToken& token, std::u16string_view keyword)
 {
-    return token.kind == TokenKind::Identifier && NormalizeTypeName(token.text) == keyword;
+    if (token.kind != TokenKind::Identifier || token.text.size() != keyword.size())
+        return false;
+    for (std::size_t i = 0; i < keyword.size(); ++i) {
+        if (LowerPatternCharacter(token.text[i]) != keyword[i])
+            return false;
+    }
+    return true;
 }
 
 bool MatchKeyword(ParseState& state, std::u16string_view keyword)
@@ -433,6 +442,14 @@ bool IsBuiltinTypeName(const std::u16string& normalizedName)
         [&](const BuiltinType& builtin) { return builtin.name == normalizedName; });
 }
 
+constexpr std::u16string_view TypedefCycleText = u"Typedef refers back to itself: ";
+constexpr std::u16string_view TypedefChainText = u"Typedef chain is too long: ";
+
+bool IsTypedefWalkError(std::u16string_view error)
+{
+    return error.starts_with(TypedefCycleText) || error.starts_with(TypedefChainText);
+}
+
 // Follows typedefs from `typeRef` to the type they finally name, adding up pointers on the way. A
 // pointer or a built-in name ends the walk early, as resolution would. Gives nothing, with `error`
 // set, for a cycle of typedefs or a chain too long to follow.
@@ -448,11 +465,11 @@ const StructTypeRef* FollowTypedefs(const ParseState& state, const StructTypeRef
             break;
         // Without a cycle no chain can be longer than the number of typedefs.
         if (followed >= state.typedefs.size()) {
-            error = u"Typedef refers back to itself: " + typeRef.rawName;
+            error = std::u16string(TypedefCycleText) + typeRef.rawName;
             return nullptr;
         }
         if (followed >= MaxTypedefChain) {
-            error = u"Typedef chain is too long: " + typeRef.rawName;
+            error = std::u16string(TypedefChainText) + typeRef.rawName;
             return nullptr;
         }
         ++followed;
@@ -467,13 +484,10 @@ std::u16string StructTypeName(const ParsedStruct& parsed)
     return parsed.aliasName.empty() ? parsed.tagName : parsed.aliasName;
 }
 
-std::optional<ResolvedTypeInfo> ResolveTypeRef(const ParseState& state, const StructTypeRef& typeRef,
-    const StructResolveFunction& resolveStruct, std::u16string& error)
+// Resolves the type that a typedef walk ended at, with the pointers gathered on the way.
+std::optional<ResolvedTypeInfo> ResolveTypeTarget(const ParseState& state, const StructTypeRef* target,
+    std::uint64_t pointerDepth, const StructResolveFunction& resolveStruct, std::u16string& error)
 {
-    std::uint64_t pointerDepth = 0;
-    const StructTypeRef* target = FollowTypedefs(state, typeRef, pointerDepth, error);
-    if (target == nullptr)
-        return std::nullopt;
     if (pointerDepth > 0)
         return PointerTypeInfo(state);
     if (auto builtin = BuiltinTypeInfo(state, target->normalizedName))
@@ -496,6 +510,16 @@ std::optional<ResolvedTypeInfo> ResolveTypeRef(const ParseState& state, const St
     info.structName = StructTypeName(state.structs[found->second]);
     info.isSigned = target->isSigned;
     return info;
+}
+
+std::optional<ResolvedTypeInfo> ResolveTypeRef(const ParseState& state, const StructTypeRef& typeRef,
+    const StructResolveFunction& resolveStruct, std::u16string& error)
+{
+    std::uint64_t pointerDepth = 0;
+    const StructTypeRef* target = FollowTypedefs(state, typeRef, pointerDepth, error);
+    if (target == nullptr)
+        return std::nullopt;
+    return ResolveTypeTarget(state, target, pointerDepth, resolveStruct, error);
 }
 
 // ---- Layout ----
@@ -583,6 +607,7 @@ private:
         marks[index] = InProgress;
         const ParsedStruct& parsed = state.structs[index];
         ResolvedStruct laidOut;
+        laidOut.members.reserve(parsed.members.size() + 1);
         laidOut.name = StructTypeName(parsed);
         if (laidOut.name.empty())
             laidOut.name = u"<anonymous>";
@@ -616,13 +641,12 @@ private:
 
     bool AddMember(const ParsedMember& member, ResolvedStruct& laidOut, std::uint64_t& offset, std::uint64_t& alignment)
     {
-        // A typedef cycle is caught here first, so that the refusal can point at the member.
-        std::uint64_t pointerDepth = 0;
         std::u16string typeError;
-        if (FollowTypedefs(state, member.type, pointerDepth, typeError) == nullptr)
-            return FailAtMember(member, typeError);
         const auto type = ResolveTypeRef(state, member.type, resolveStruct, typeError);
         if (!type) {
+            // A refused typedef walk is this member's own problem, so it can point at the member.
+            if (IsTypedefWalkError(typeError))
+                return FailAtMember(member, typeError);
             error = typeError;
             return false;
         }
@@ -703,8 +727,22 @@ bool ChooseEntry(const ParseState& state, StructPatternFile& patternFile, std::u
     return true;
 }
 
+// Sizes the name maps once for the whole file rather than letting them grow a step at a time.
+void ReserveNameMaps(ParseState& state)
+{
+    std::size_t structCount = 0;
+    std::size_t typedefCount = 0;
+    for (const PatternToken& token : state.tokens) {
+        structCount += IsKeyword(token, u"struct") ? 1 : 0;
+        typedefCount += IsKeyword(token, u"typedef") ? 1 : 0;
+    }
+    state.structNames.reserve(structCount * 2);
+    state.typedefs.reserve(typedefCount);
+}
+
 bool ParseAll(ParseState& state)
 {
+    ReserveNameMaps(state);
     while (Current(state).kind != TokenKind::End) {
         if (!ParseTopLevel(state))
             return false;
