@@ -1,5 +1,5 @@
 // Save failures under real conditions the system produces: a read-only file system, an immutable
-// target, a full disk, a target moved away during the save. Each needs some privilege; where this
+// target, another user's target in a sticky folder, a full disk, a target moved away during the save. Each needs some privilege; where this
 // machine cannot give the condition the test says so and skips, and the injected variant of the same
 // failure (SaveTest) still runs.
 #include "TestFolder.h"
@@ -8,12 +8,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <grp.h>
+#include <optional>
+#include <pwd.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 #if defined(__linux__)
 #include <linux/fs.h>
 #endif
@@ -51,8 +56,60 @@ bool CanCreateIn(const std::filesystem::path& folder)
     return true;
 }
 
-// Makes a folder refuse new files: a read-only bind mount of it over itself as root, the permission
-// bits otherwise. Undone at the end.
+// Acts as the unprivileged user "nobody" until restored: root passes every permission bit, so a test
+// running as root drops to a user whom the bits bind. Only root can switch; `works` says whether it did.
+class ActingAsNobody {
+public:
+    ActingAsNobody()
+    {
+        if (!IsRoot()) {
+            return;
+        }
+        const passwd* entry = getpwnam("nobody");
+        const uid_t user = entry ? entry->pw_uid : 65534;
+        const gid_t group = entry ? entry->pw_gid : 65534;
+        groups.resize(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
+        if (getgroups(static_cast<int>(groups.size()), groups.data()) < 0) {
+            groups.clear();
+        }
+        // Root's own groups would still grant their bits; drop them too.
+        if (setgroups(0, nullptr) != 0 || setegid(group) != 0) {
+            Restore();
+            return;
+        }
+        groupChanged = true;
+        works = seteuid(user) == 0;
+        if (!works) {
+            Restore();
+        }
+    }
+    ~ActingAsNobody() { Restore(); }
+    ActingAsNobody(const ActingAsNobody&) = delete;
+    ActingAsNobody& operator=(const ActingAsNobody&) = delete;
+
+    void Restore()
+    {
+        if (works) {
+            seteuid(0);
+            works = false;
+        }
+        if (groupChanged) {
+            setegid(0);
+            groupChanged = false;
+        }
+        setgroups(groups.size(), groups.data());
+    }
+
+    bool works = false;
+
+private:
+    std::vector<gid_t> groups;
+    bool groupChanged = false;
+};
+
+// Makes a folder refuse new files: as root a read-only bind mount of it over itself, or where root may
+// not mount, its permission bits with the test acting as "nobody"; the permission bits otherwise.
+// Undone at the end.
 class ReadOnlyFolder {
 public:
     explicit ReadOnlyFolder(std::filesystem::path folder)
@@ -63,15 +120,20 @@ public:
             if (mounted && !Run("mount -o remount,bind,ro " + Quoted(this->folder))) {
                 Undo();
             }
-        } else {
-            chmodded = chmod(this->folder.c_str(), 0555) == 0;
         }
-        works = (mounted || chmodded) && !CanCreateIn(this->folder);
+        if (!mounted) {
+            chmodded = chmod(this->folder.c_str(), 0555) == 0;
+            if (chmodded && IsRoot()) {
+                nobody.emplace();
+            }
+        }
+        works = (mounted || chmodded) && (!nobody || nobody->works) && !CanCreateIn(this->folder);
     }
     ~ReadOnlyFolder() { Undo(); }
 
     void Undo()
     {
+        nobody.reset();
         if (mounted) {
             Run("umount -l " + Quoted(folder));
             mounted = false;
@@ -82,12 +144,16 @@ public:
         }
     }
 
+    // What opening a file in the folder for writing fails with.
+    int WriteError() const { return mounted ? EROFS : EACCES; }
+
     bool works = false;
 
 private:
     std::filesystem::path folder;
     bool mounted = false;
     bool chmodded = false;
+    std::optional<ActingAsNobody> nobody;
 };
 
 // A small tmpfs mounted on a folder, to fill up.
@@ -222,11 +288,11 @@ TEST_F(SaveFailurePosixTest, ReadOnlyFileSystemFailsTheInPlaceOpenAndKeepsEveryt
         GTEST_SKIP() << "cannot make the target read-only";
     }
     if (readOnly && !readOnly->works) {
-        GTEST_SKIP() << "this machine cannot mount the folder read-only";
+        GTEST_SKIP() << "this machine can neither mount the folder read-only nor act as another user";
     }
     EXPECT_FALSE(document.Save());
     ExpectNothingChanged(shown);
-    EXPECT_EQ(document.lastError, FormatSystemError(IsRoot() ? EROFS : EACCES));
+    EXPECT_EQ(document.lastError, FormatSystemError(readOnly ? readOnly->WriteError() : EACCES));
 }
 
 TEST_F(SaveFailurePosixTest, AnImmutableTargetCannotBeReplacedAndTheTemporaryFileGoes)
@@ -241,6 +307,25 @@ TEST_F(SaveFailurePosixTest, AnImmutableTargetCannotBeReplacedAndTheTemporaryFil
     EXPECT_FALSE(document.Save());
     ExpectNothingChanged(shown);
     EXPECT_EQ(document.lastError, FormatSystemError(EPERM));
+}
+
+TEST_F(SaveFailurePosixTest, AnotherUsersTargetInAStickyFolderCannotBeReplacedAndTheTemporaryFileGoes)
+{
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    ASSERT_TRUE(document.InsertByte(5, 0xEE));
+    const Bytes shown = Shown();
+    // Anybody may create files in a sticky folder, but only a file's owner may rename over it.
+    ASSERT_EQ(chmod(subfolder.c_str(), 01777), 0);
+    ActingAsNobody nobody;
+    if (!nobody.works) {
+        GTEST_SKIP() << "only root can act as another user";
+    }
+    EXPECT_FALSE(document.Save());
+    ExpectNothingChanged(shown);
+    EXPECT_EQ(document.lastError, FormatSystemError(EPERM));
+    nobody.Restore();
+    EXPECT_TRUE(document.Save());
+    EXPECT_EQ(test::ReadWholeFile(Target()), shown);
 }
 
 TEST_F(SaveFailurePosixTest, AnImmutableTargetFailsTheInPlaceOpen)
