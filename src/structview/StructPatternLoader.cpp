@@ -27,8 +27,9 @@ namespace tlm {
 namespace {
 
 // Layout recurses once per level of struct embedding; this keeps the stack small on any input. Real
-// formats nest a handful of levels. The refusal's text below names the same number.
+// formats nest a handful of levels. The refusal names the limit, so the two change together.
 constexpr std::size_t MaxStructNesting = 128;
+constexpr std::u16string_view NestingLimitText = u"Structs are embedded more than 128 levels deep, at: ";
 
 // A typedef chain longer than this is refused rather than walked for every member that uses it.
 constexpr std::size_t MaxTypedefChain = 256;
@@ -561,6 +562,9 @@ public:
           resolveStruct([this](std::size_t index) { return Resolve(index); })
     {
     }
+    // The resolver function holds this object's address.
+    StructLayouts(const StructLayouts&) = delete;
+    StructLayouts& operator=(const StructLayouts&) = delete;
 
     std::optional<ResolvedStructInfo> Resolve(std::size_t index)
     {
@@ -573,7 +577,7 @@ public:
             return std::nullopt;
         }
         if (depth >= MaxStructNesting) {
-            nestingLimitError = u"Structs are embedded more than 128 levels deep, at: " + StructTypeName(state.structs[index]);
+            nestingLimitError = std::u16string(NestingLimitText) + StructTypeName(state.structs[index]);
             return std::nullopt;
         }
         ++depth;
