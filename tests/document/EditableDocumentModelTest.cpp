@@ -1,15 +1,17 @@
 // Random edit sequences checked three ways: against a plain byte vector, against the reference overlay
 // with the first, linear algorithms (every result and every container identical), and, after a save,
-// against the file on disk.
+// against the file on disk. Searches over the edited view are checked against a scan of the vector.
 #include "ReferenceDocument.h"
 #include "TestFolder.h"
 
+#include "document/ByteSearch.h"
 #include "document/EditableDocument.h"
 #include "document/FileFaults.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <optional>
 #include <random>
 
 namespace tlm {
@@ -212,6 +214,62 @@ public:
         }
     }
 
+    // Both search directions over the edited view agree with a plain scan of the model, for patterns
+    // taken from the model (often across the block seam) and from `start` boundaries.
+    void CheckSearches()
+    {
+        const std::uint64_t size = model.size();
+        for (int i = 0; i < 4; ++i) {
+            std::vector<std::uint8_t> pattern(static_cast<std::size_t>(1 + Pick(7)));
+            if (size >= pattern.size() && Pick(3) != 0) {
+                const std::uint64_t at = std::min(PickOffset(size), size - pattern.size());
+                std::copy_n(model.begin() + static_cast<std::ptrdiff_t>(at), pattern.size(), pattern.begin());
+            } else {
+                for (std::uint8_t& byte : pattern) {
+                    byte = PickValue();
+                }
+            }
+            const std::uint64_t start = PickOffset(size + 1);
+            ASSERT_EQ(Found(SearchForward(&document, pattern, start)), ScanForward(pattern, start))
+                << "forward from " << start;
+            ASSERT_EQ(Found(SearchBackward(&document, pattern, start)), ScanBackward(pattern, start))
+                << "backward from " << start;
+        }
+    }
+
+    static std::optional<std::uint64_t> Found(const SearchResult& result)
+    {
+        return result.status == SearchStatus::Found ? std::optional<std::uint64_t>(result.offset) : std::nullopt;
+    }
+
+    bool MatchesAt(const std::vector<std::uint8_t>& pattern, std::uint64_t at) const
+    {
+        return std::equal(pattern.begin(), pattern.end(), model.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+
+    std::optional<std::uint64_t> ScanForward(const std::vector<std::uint8_t>& pattern, std::uint64_t start) const
+    {
+        for (std::uint64_t at = start; at + pattern.size() <= model.size(); ++at) {
+            if (MatchesAt(pattern, at)) {
+                return at;
+            }
+        }
+        return std::nullopt;
+    }
+
+    std::optional<std::uint64_t> ScanBackward(const std::vector<std::uint8_t>& pattern, std::uint64_t start) const
+    {
+        if (pattern.size() > model.size()) {
+            return std::nullopt;
+        }
+        for (std::uint64_t at = std::min<std::uint64_t>(start, model.size() - pattern.size()) + 1; at-- > 0;) {
+            if (MatchesAt(pattern, at)) {
+                return at;
+            }
+        }
+        return std::nullopt;
+    }
+
     // The file on disk after a save: the model, except that an in-place save of an appended run and a
     // cut tail writes the run at the old end and then cuts at the edited size.
     std::vector<std::uint8_t> ExpectedOnDisk(bool viaTemporaryFile) const
@@ -283,6 +341,7 @@ void RunTrial(const TestFolder& folder, std::uint32_t seed, std::uint64_t fileSi
             ASSERT_NO_FATAL_FAILURE(trial.CheckReads());
         }
     }
+    ASSERT_NO_FATAL_FAILURE(trial.CheckSearches());
     ASSERT_NO_FATAL_FAILURE(trial.SaveAndCheck(folder, temporarySaves, inPlaceSaves));
 }
 
@@ -293,15 +352,15 @@ TEST(EditableDocumentModel, RandomEditsOnSmallFilesMatchModelReferenceAndDisk)
     int inPlaceSaves = 0;
     const EditMix mixes[] = {EditMix::Mixed, EditMix::Mixed, EditMix::OverwritesOnly, EditMix::OverwritesAndAppends,
         EditMix::OverwritesAndTailCuts, EditMix::TailCutThenAppends};
-    for (std::uint32_t seed = 1; seed <= 1500; ++seed) {
+    for (std::uint32_t seed = 1; seed <= 2000; ++seed) {
         const std::uint64_t sizes[] = {0, 1, 2, seed % 64, seed % 700};
         const std::uint64_t fileSize = sizes[seed % 5];
         const EditMix mix = mixes[seed % 6];
         ASSERT_NO_FATAL_FAILURE(RunTrial(folder, seed, fileSize, mix, 10 + static_cast<int>(seed % 50),
             temporarySaves, inPlaceSaves));
     }
-    EXPECT_GT(temporarySaves, 200);
-    EXPECT_GT(inPlaceSaves, 200);
+    EXPECT_GT(temporarySaves, 300);
+    EXPECT_GT(inPlaceSaves, 300);
 }
 
 TEST(EditableDocumentModel, RandomEditsAroundTheBlockSeamMatchModelReferenceAndDisk)
