@@ -83,6 +83,19 @@ TEST(StructPatternLoader, LoadsAFileFromDisk)
     EXPECT_EQ(result.patternFile.entryStructName, u"Header");
 }
 
+TEST(StructPatternLoader, PathWithLettersBeyondAsciiOpens)
+{
+    PatternFolder folder;
+    const std::u16string path = folder.Path("") + u"Muster-\u00FC\u00DF-\u5F62.tlpat";
+    {
+        std::ofstream stream(std::filesystem::path(path), std::ios::binary);
+        stream << "struct S { int x; };";
+    }
+    const auto result = LoadFile(path);
+    EXPECT_TRUE(result.loaded);
+    EXPECT_EQ(result.patternFile.entryStructName, u"S");
+}
+
 TEST(StructPatternLoader, MissingFileFailsToOpen)
 {
     PatternFolder folder;
