@@ -12,6 +12,18 @@ using test::TestFolder;
 
 const std::vector<std::uint8_t> TenBytes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
 
+#if defined(__linux__)
+// The process's open descriptors, to see that a dropped file's handle was really let go.
+std::size_t OpenDescriptorCount()
+{
+    std::size_t count = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        ++count;
+    }
+    return count;
+}
+#endif
+
 TEST(FileViewModel, FreshObjectIsClosed)
 {
     FileViewModel view;
@@ -89,12 +101,29 @@ TEST(FileViewModel, FailedOpenLeavesTheObjectClosedWithThePreviousFileGone)
 {
     TestFolder folder;
     FileViewModel view;
-    ASSERT_TRUE(view.Open(folder.Write("ten.bin", TenBytes)));
+    const std::u16string path = folder.Write("ten.bin", TenBytes);
+#if defined(__linux__)
+    const std::size_t descriptorsBefore = OpenDescriptorCount();
+#endif
+    ASSERT_TRUE(view.Open(path));
     EXPECT_FALSE(view.Open(test::PathText(folder.File("missing.bin"))));
     EXPECT_FALSE(view.IsOpen());
     EXPECT_EQ(view.GetSize(), 0u);
     EXPECT_TRUE(view.GetPath().empty());
     EXPECT_TRUE(view.Read(0, 4).bytes.empty());
+#if defined(__linux__)
+    EXPECT_EQ(OpenDescriptorCount(), descriptorsBefore);
+#endif
+    // Also when the new file opens but its length cannot be taken.
+    ASSERT_TRUE(view.Open(path));
+    InjectFileFault(FileOperation::QueryLength, 5);
+    EXPECT_FALSE(view.Open(path));
+    ClearFileFaults();
+    EXPECT_FALSE(view.IsOpen());
+    EXPECT_TRUE(view.GetPath().empty());
+#if defined(__linux__)
+    EXPECT_EQ(OpenDescriptorCount(), descriptorsBefore);
+#endif
 }
 
 TEST(FileViewModel, FileTruncatedByAnotherProgramKeepsTheOldSizeAndReadsShort)
