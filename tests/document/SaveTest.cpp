@@ -459,9 +459,12 @@ TEST_F(SaveTest, TemporaryFileCreationFailureKeepsTheFileTheEditsAndTheOpenDocum
     Open({0, 1, 2, 3, 4, 5, 6, 7});
     EditWithMove(document);
     const Bytes shown = Shown();
+    const std::uint64_t created = Calls(FileOperation::CreateNew);
     InjectFileFault(FileOperation::CreateNew, AccessDenied);
     EXPECT_FALSE(Save());
     ClearFileFaults();
+    // Only a taken name is worth another attempt.
+    EXPECT_EQ(Calls(FileOperation::CreateNew), created + 1);
     ExpectNothingChanged(shown);
     EXPECT_EQ(document.lastError, FormatSystemError(AccessDenied));
 }
