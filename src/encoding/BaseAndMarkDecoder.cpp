@@ -73,7 +73,7 @@ std::vector<std::u16string> DecodeBaseAndMarkRow(TextEncoding encoding, const Ro
         const std::optional<std::u16string> text = DecodeBaseAndMarkByte(encoding, buffer.bytes[position]);
         if (!text) {
             if (inRow) {
-                cells[buffer.CellOf(position)] = FillerText;
+                cells[buffer.CellOf(position)] = std::u16string(FillerText);
             }
             state.haveBase = false;
             state.baseBeforeRow = false;
@@ -82,7 +82,7 @@ std::vector<std::u16string> DecodeBaseAndMarkRow(TextEncoding encoding, const Ro
             if (state.haveBase) {
                 cells[state.baseCell] += *text;
             } else if (inRow && !state.baseBeforeRow) {
-                cells[buffer.CellOf(position)] = FillerText;
+                cells[buffer.CellOf(position)] = std::u16string(FillerText);
             }
         } else if (inRow) {
             cells[buffer.CellOf(position)] = *text;

@@ -26,7 +26,7 @@ std::vector<std::u16string> DecodeUtf16Row(std::span<const std::uint8_t> rowByte
     std::vector<std::u16string> cells(rowBytes.size());
     for (std::size_t i = 0; i < rowBytes.size(); i += 2) {
         if (i + 1 >= rowBytes.size()) {
-            cells[i] = FillerText;
+            cells[i] = std::u16string(FillerText);
             break;
         }
         const std::uint8_t first = rowBytes[i];
@@ -35,7 +35,7 @@ std::vector<std::u16string> DecodeUtf16Row(std::span<const std::uint8_t> rowByte
         if (IsShownUnit(unit) && !IsMarkUnit(unit)) {
             cells[i] = std::u16string(1, unit);
         } else {
-            cells[i] = FillerText;
+            cells[i] = std::u16string(FillerText);
         }
     }
     return cells;

@@ -84,14 +84,14 @@ std::vector<std::u16string> DecodeUtf8Row(const RowDecodeBuffer& buffer)
         const std::optional<std::u16string> text = DecodeSequence(buffer.From(position), length);
         if (!text) {
             if (inRow) {
-                cells[buffer.CellOf(position)] = FillerText;
+                cells[buffer.CellOf(position)] = std::u16string(FillerText);
             }
             position += 1;
             continue;
         }
         if (IsControlsOnly(*text)) {
             if (inRow) {
-                cells[buffer.CellOf(position)] = FillerText;
+                cells[buffer.CellOf(position)] = std::u16string(FillerText);
             }
             position += length;
             continue;
