@@ -1,8 +1,12 @@
 // One screen of the text column (60 rows of 16 bytes) decoded through DecodeRowText at random offsets
 // of a 1 GiB document, in every encoding. Target: under 2 ms a screen whatever the offset or file size.
-// The document makes its bytes on demand, so nothing of the gibibyte is stored: each 4 KiB block of it is
-// one of 64 prepared blocks, picked by a hash of the block's number, and each prepared block holds one kind
-// of content (ASCII, UTF-8, double-byte pairs, Shift_JIS, Thai, UTF-16, ISCII or binary).
+// BM_DecodeScreen: the document makes its bytes on demand, so nothing of the gibibyte is stored: each
+// 4 KiB block of it is one of 64 prepared blocks, picked by a hash of the block's number, and each
+// prepared block holds one kind of content (ASCII, UTF-8, double-byte pairs, Shift_JIS, Thai, UTF-16,
+// ISCII or binary).
+// BM_DecodeScreenFromFile: the same through FileViewModel over a sparse 1 GiB file in the temporary
+// folder, with 64 windows of 1 MiB of that content written across it; screens are taken inside them.
+#include "document/FileViewModel.h"
 #include "document/IReadOnlyDocument.h"
 #include "encoding/EncodingCatalogue.h"
 #include "encoding/RowTextDecoder.h"
@@ -11,6 +15,8 @@
 
 #include <array>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <random>
 #include <string>
 
@@ -139,6 +145,69 @@ void BM_DecodeScreen(benchmark::State& state)
     const std::u16string name = EncodingDisplayName(encoding);
     state.SetLabel(std::string(name.begin(), name.end()) + (region == 0 ? ", anywhere" : region == 1 ? ", start" : ", end"));
 }
+
+constexpr std::uint64_t FileWindows = 64;
+constexpr std::uint64_t FileWindowSize = 1024 * 1024;
+
+std::uint64_t FileWindowStart(std::uint64_t window)
+{
+    return window * (FileSize / FileWindows);
+}
+
+// The sparse file, made once and removed at exit.
+class SparseFile {
+public:
+    SparseFile()
+        : path(std::filesystem::temp_directory_path() / "tolmo-encoding-bench.bin")
+    {
+        const GeneratedDocument content;
+        std::ofstream out(path, std::ios::binary | std::ios::trunc);
+        for (std::uint64_t window = 0; window < FileWindows; ++window) {
+            const ByteBlock bytes = content.Read(FileWindowStart(window), FileWindowSize);
+            out.seekp(static_cast<std::streamoff>(FileWindowStart(window)));
+            out.write(reinterpret_cast<const char*>(bytes.bytes.data()), static_cast<std::streamsize>(bytes.bytes.size()));
+        }
+        out.seekp(static_cast<std::streamoff>(FileSize - 1));
+        out.put('\0');
+    }
+    ~SparseFile()
+    {
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
+
+    std::filesystem::path path;
+};
+
+const SparseFile& File()
+{
+    static const SparseFile file;
+    return file;
+}
+
+void BM_DecodeScreenFromFile(benchmark::State& state)
+{
+    const auto encoding = static_cast<TextEncoding>(state.range(0));
+    FileViewModel document;
+    if (!document.Open(File().path.u16string()) || document.GetSize() != FileSize) {
+        state.SkipWithError("the sparse file could not be made");
+        return;
+    }
+    std::mt19937_64 random(42);
+    std::uniform_int_distribution<std::uint64_t> window(0, FileWindows - 1);
+    std::uniform_int_distribution<std::uint64_t> row(0, FileWindowSize / RowWidth - RowsPerScreen);
+    std::size_t cells = 0;
+    for (auto _ : state) {
+        cells += DecodeScreen(document, FileWindowStart(window(random)) + row(random) * RowWidth, encoding);
+    }
+    benchmark::DoNotOptimize(cells);
+    const std::u16string name = EncodingDisplayName(encoding);
+    state.SetLabel(std::string(name.begin(), name.end()) + ", file");
+}
+
+BENCHMARK(BM_DecodeScreenFromFile)
+    ->DenseRange(0, static_cast<std::int64_t>(TextEncodingCount) - 1, 1)
+    ->Unit(benchmark::kMicrosecond);
 
 BENCHMARK(BM_DecodeScreen)
     ->ArgsProduct({benchmark::CreateDenseRange(0, static_cast<std::int64_t>(TextEncodingCount) - 1, 1), {0, 1, 2}})
