@@ -22,9 +22,9 @@ RowDecodeBuffer ReadRowDecodeBuffer(const IReadOnlyDocument* document, std::uint
     }
     // One read covers the row too; the row's cells still come from the bytes the caller holds.
     const ByteBlock block = document->Read(readStart, readEnd - readStart);
-    const std::uint64_t got = block.offset == readStart ? block.bytes.size() : 0;
-    const std::uint64_t front = rowOffset >= readStart ? rowOffset - readStart : 0;
-    const bool haveFront = rowOffset >= readStart && got >= front;
+    const std::uint64_t got = block.offset == readStart ? std::min<std::uint64_t>(block.bytes.size(), readEnd - readStart) : 0;
+    const std::uint64_t front = rowOffset - readStart;
+    const bool haveFront = got >= front;
 
     RowDecodeBuffer buffer;
     buffer.bytes.reserve(static_cast<std::size_t>(readEnd - readStart) + rowBytes.size());
