@@ -1,5 +1,6 @@
 // Save failures under real conditions the system produces: a read-only file system, an immutable
-// target, another user's target in a sticky folder, a full disk, a target moved away during the save. Each needs some privilege; where this
+// target, another user's target in a sticky folder, a full disk, a target moved away during the save,
+// a target its user may write but not read. Each needs some privilege; where this
 // machine cannot give the condition the test says so and skips, and the injected variant of the same
 // failure (SaveTest) still runs.
 #include "TestFolder.h"
@@ -56,6 +57,17 @@ bool CanCreateIn(const std::filesystem::path& folder)
     return true;
 }
 
+struct UserIds {
+    uid_t user = 65534;
+    gid_t group = 65534;
+};
+
+UserIds Nobody()
+{
+    const passwd* entry = getpwnam("nobody");
+    return entry ? UserIds{entry->pw_uid, entry->pw_gid} : UserIds{};
+}
+
 // Acts as the unprivileged user "nobody" until restored: root passes every permission bit, so a test
 // running as root drops to a user whom the bits bind. Only root can switch; `works` says whether it did.
 class ActingAsNobody {
@@ -65,9 +77,7 @@ public:
         if (!IsRoot()) {
             return;
         }
-        const passwd* entry = getpwnam("nobody");
-        const uid_t user = entry ? entry->pw_uid : 65534;
-        const gid_t group = entry ? entry->pw_gid : 65534;
+        const auto [user, group] = Nobody();
         groups.resize(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
         if (getgroups(static_cast<int>(groups.size()), groups.data()) < 0) {
             groups.clear();
@@ -362,6 +372,72 @@ TEST_F(SaveFailurePosixTest, ATargetMovedAwayDuringAnInPlaceSaveCannotBeReopened
     EXPECT_FALSE(document.IsModified());
     EXPECT_EQ(document.lastError, FormatSystemError(ENOENT));
     EXPECT_TRUE(TemporaryFiles().empty());
+}
+
+// The target belongs to the user saving it, who may write it but not read it: the save itself goes
+// through, and only the reopen after it fails.
+class UnreadableTargetTest : public SaveFailurePosixTest {
+protected:
+    void MakeTargetWriteOnlyForNobody()
+    {
+        const UserIds nobody = Nobody();
+        ASSERT_EQ(chown(Target().c_str(), nobody.user, nobody.group), 0);
+        ASSERT_EQ(chmod(Target().c_str(), 0200), 0);
+        ASSERT_EQ(chmod(subfolder.c_str(), 0777), 0);
+    }
+
+    void ExpectSavedButClosed(const Bytes& shown)
+    {
+        EXPECT_EQ(test::ReadWholeFile(Target()), shown);
+        EXPECT_FALSE(document.IsOpen());
+        EXPECT_FALSE(document.IsModified());
+        EXPECT_EQ(document.lastError, FormatSystemError(EACCES));
+        EXPECT_TRUE(TemporaryFiles().empty());
+    }
+};
+
+TEST_F(UnreadableTargetTest, AnInPlaceSaveWritesTheFileButCannotReopenIt)
+{
+    if (!IsRoot()) {
+        GTEST_SKIP() << "only root can give the target to another user";
+    }
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    ASSERT_TRUE(document.OverwriteByte(2, 0xA2));
+    ASSERT_TRUE(document.InsertByte(8, 0xB0));
+    ASSERT_FALSE(document.SavesViaTemporaryFile());
+    const Bytes shown = Shown();
+    ASSERT_NO_FATAL_FAILURE(MakeTargetWriteOnlyForNobody());
+    ActingAsNobody nobody;
+    if (!nobody.works) {
+        GTEST_SKIP() << "this machine cannot act as another user";
+    }
+    EXPECT_FALSE(document.Save());
+    nobody.Restore();
+    ExpectSavedButClosed(shown);
+}
+
+TEST_F(UnreadableTargetTest, ARewriteReplacesTheFileButCannotReopenIt)
+{
+    if (!IsRoot()) {
+        GTEST_SKIP() << "only root can give the target to another user";
+    }
+    Open({0, 1, 2, 3, 4, 5, 6, 7});
+    ASSERT_TRUE(document.InsertByte(3, 0xEE));
+    ASSERT_TRUE(document.DeleteByte(6));
+    ASSERT_TRUE(document.SavesViaTemporaryFile());
+    const Bytes shown = Shown();
+    ASSERT_NO_FATAL_FAILURE(MakeTargetWriteOnlyForNobody());
+    ActingAsNobody nobody;
+    if (!nobody.works) {
+        GTEST_SKIP() << "this machine cannot act as another user";
+    }
+    EXPECT_FALSE(document.Save());
+    nobody.Restore();
+    ExpectSavedButClosed(shown);
+    // The replacement took the target's permission bits, which is why it cannot be read.
+    struct stat status {};
+    ASSERT_EQ(stat(Target().c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0200u);
 }
 
 TEST_F(SaveFailurePosixTest, AFullDiskStopsAnInPlaceSavePartWayAndKeepsTheEdits)
