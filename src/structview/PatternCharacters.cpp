@@ -71,34 +71,18 @@ bool IsPairedUpper(char16_t c)
 
 } // namespace
 
-bool IsPatternSpace(char16_t c)
+bool IsPatternSpaceBeyondAscii(char16_t c)
 {
-    if (c < 0x80)
-        return c == u' ' || (c >= 0x09 && c <= 0x0D);
     return std::find(std::begin(SpaceCharacters), std::end(SpaceCharacters), c) != std::end(SpaceCharacters);
 }
 
-bool IsPatternLetter(char16_t c)
+bool IsPatternLetterBeyondAscii(char16_t c)
 {
-    if (c < 0x80)
-        return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
     return InRanges(c);
 }
 
-bool IsPatternDigit(char16_t c)
+char16_t LowerPatternCharacterBeyondAscii(char16_t c)
 {
-    return c >= u'0' && c <= u'9';
-}
-
-bool IsPatternLetterOrDigit(char16_t c)
-{
-    return IsPatternLetter(c) || IsPatternDigit(c);
-}
-
-char16_t LowerPatternCharacter(char16_t c)
-{
-    if (c >= u'A' && c <= u'Z')
-        return static_cast<char16_t>(c + 0x20);
     if (c < 0x00C0)
         return c;
     if ((c <= 0x00DE && c != 0x00D7) || (c >= 0x0410 && c <= 0x042F) || (c >= 0xFF21 && c <= 0xFF3A))

@@ -22,20 +22,22 @@ std::u16string NormalizeTypeName(std::u16string_view text)
         ++first;
     while (last > first && IsTrimmed(text[last - 1]))
         --last;
-    std::u16string normalized;
-    normalized.reserve(last - first);
+    // Never longer than the trimmed text, so it is written in place and cut to length at the end.
+    std::u16string normalized(last - first, u' ');
+    std::size_t length = 0;
     bool inSpace = false;
     for (std::size_t i = first; i < last; ++i) {
         const char16_t c = text[i];
         if (IsPatternSpace(c)) {
             if (!inSpace)
-                normalized.push_back(u' ');
+                normalized[length++] = u' ';
             inSpace = true;
         } else {
-            normalized.push_back(LowerPatternCharacter(c));
+            normalized[length++] = LowerPatternCharacter(c);
             inSpace = false;
         }
     }
+    normalized.resize(length);
     return normalized;
 }
 

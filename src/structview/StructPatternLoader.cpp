@@ -19,6 +19,7 @@
 #include <limits>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -557,7 +558,7 @@ ResolvedMember PaddingMember(std::uint64_t offset, std::uint64_t gap)
 // Lays out each struct once, on first use, remembering results and which structs are in progress.
 class StructLayouts {
 public:
-    explicit StructLayouts(const ParseState& state)
+    explicit StructLayouts(ParseState& state)
         : results(state.structs.size()), state(state), marks(state.structs.size(), Unvisited),
           resolveStruct([this](std::size_t index) { return Resolve(index); })
     {
@@ -595,7 +596,7 @@ public:
 private:
     enum Mark : std::uint8_t { Unvisited, InProgress, Done };
 
-    const ParseState& state;
+    ParseState& state;
     std::vector<Mark> marks;
     StructResolveFunction resolveStruct;
     std::size_t depth = 0;
@@ -609,7 +610,7 @@ private:
     std::optional<ResolvedStructInfo> LayOut(std::size_t index)
     {
         marks[index] = InProgress;
-        const ParsedStruct& parsed = state.structs[index];
+        ParsedStruct& parsed = state.structs[index];
         ResolvedStruct laidOut;
         laidOut.members.reserve(parsed.members.size() + 1);
         laidOut.name = StructTypeName(parsed);
@@ -618,7 +619,7 @@ private:
         std::uint64_t offset = 0;
         std::uint64_t alignment = 1;
         for (std::size_t i = 0; i < parsed.members.size(); ++i) {
-            const ParsedMember& member = parsed.members[i];
+            ParsedMember& member = parsed.members[i];
             if (member.isFlexibleArray && i + 1 != parsed.members.size()) {
                 FailAtMember(member, u"Flexible array member must be the last member.");
                 return std::nullopt;
@@ -643,10 +644,11 @@ private:
         return ResolvedStructInfo{results[index].size, results[index].alignment};
     }
 
-    bool AddMember(const ParsedMember& member, ResolvedStruct& laidOut, std::uint64_t& offset, std::uint64_t& alignment)
+    // Each struct is laid out once, so its parsed members give their texts up to the result.
+    bool AddMember(ParsedMember& member, ResolvedStruct& laidOut, std::uint64_t& offset, std::uint64_t& alignment)
     {
         std::u16string typeError;
-        const auto type = ResolveTypeRef(state, member.type, resolveStruct, typeError);
+        auto type = ResolveTypeRef(state, member.type, resolveStruct, typeError);
         if (!type) {
             // A refused typedef walk is this member's own problem, so it can point at the member.
             if (IsTypedefWalkError(typeError))
@@ -663,10 +665,10 @@ private:
             laidOut.members.push_back(PaddingMember(offset, aligned - offset));
 
         ResolvedMember resolved;
-        resolved.name = member.name;
-        resolved.typeName = member.type.rawName;
-        resolved.normalizedTypeName = member.type.normalizedName;
-        resolved.structName = type->structName;
+        resolved.name = std::move(member.name);
+        resolved.typeName = std::move(member.type.rawName);
+        resolved.normalizedTypeName = std::move(member.type.normalizedName);
+        resolved.structName = std::move(type->structName);
         resolved.kind = type->kind;
         resolved.offset = aligned;
         resolved.elementSize = type->size;
@@ -680,7 +682,7 @@ private:
             resolved.totalSize = type->size * member.arrayCount;
         }
         if (resolved.totalSize == 0 && !resolved.isPointer && !resolved.isFlexibleArray)
-            return FailAtMember(member, u"Unsupported zero-sized member type: " + member.name);
+            return FailAtMember(member, u"Unsupported zero-sized member type: " + resolved.name);
         if (aligned > std::numeric_limits<std::uint64_t>::max() - resolved.totalSize)
             return FailAtMember(member, u"Struct is too large for a 64-bit size.");
         offset = aligned + resolved.totalSize;
@@ -689,7 +691,7 @@ private:
     }
 };
 
-bool ResolveStructs(const ParseState& state, StructPatternFile& patternFile, std::u16string& error)
+bool ResolveStructs(ParseState& state, StructPatternFile& patternFile, std::u16string& error)
 {
     StructLayouts layouts(state);
     for (std::size_t index = 0; index < state.structs.size(); ++index) {
@@ -754,12 +756,10 @@ bool ParseAll(ParseState& state)
     return true;
 }
 
-} // namespace
-
-bool LoadStructPatternText(std::u16string_view text, StructPatternFile& patternFile, std::u16string& error)
+bool LoadDecodedText(std::u16string text, StructPatternFile& patternFile, std::u16string& error)
 {
     ParseState state;
-    state.sourceText = std::u16string(text);
+    state.sourceText = std::move(text);
     state.tokens = TokenizeDefinition(state.sourceText, state.error);
     if (state.tokens.empty()) {
         error = state.error;
@@ -780,16 +780,34 @@ bool LoadStructPatternText(std::u16string_view text, StructPatternFile& patternF
     return true;
 }
 
+// Pattern files are nearly always plain ASCII, which widens without the decoder's checks.
+std::optional<std::u16string> DecodeDefinitionBytes(std::string_view bytes)
+{
+    const bool ascii = std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+    if (!ascii)
+        return Utf8ToUtf16(bytes);
+    std::u16string text(bytes.size(), u'\0');
+    std::transform(bytes.begin(), bytes.end(), text.begin(), [](char c) { return static_cast<char16_t>(c); });
+    return text;
+}
+
+} // namespace
+
+bool LoadStructPatternText(std::u16string_view text, StructPatternFile& patternFile, std::u16string& error)
+{
+    return LoadDecodedText(std::u16string(text), patternFile, error);
+}
+
 bool LoadStructPatternBytes(std::string_view bytes, StructPatternFile& patternFile, std::u16string& error)
 {
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);
-    const auto text = Utf8ToUtf16(bytes);
+    auto text = DecodeDefinitionBytes(bytes);
     if (!text) {
         error = u"Definition file must be UTF-8.";
         return false;
     }
-    return LoadStructPatternText(*text, patternFile, error);
+    return LoadDecodedText(std::move(*text), patternFile, error);
 }
 
 bool LoadStructPatternFile(const std::u16string& path, StructPatternFile& patternFile, std::u16string& error)

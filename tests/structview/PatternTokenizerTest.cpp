@@ -1,6 +1,7 @@
 #include "structview/PatternTokenizer.h"
 
 #include "structview/DefinitionError.h"
+#include "structview/PatternCharacters.h"
 #include "structview/PatternNames.h"
 #include "structview/PatternNumber.h"
 
@@ -194,6 +195,28 @@ TEST(NormalizeTypeName, KeepsOtherWhiteSpaceAtTheEndsAsOneBlank)
 {
     // Only blank, tab, CR and LF are trimmed; an ideographic space at an end stays as a blank.
     EXPECT_EQ(NormalizeTypeName(u"\u3000int"), u" int");
+}
+
+TEST(PatternCharacters, ClassesBeyondAscii)
+{
+    EXPECT_TRUE(IsPatternSpace(u'\u00A0'));
+    EXPECT_TRUE(IsPatternSpace(u'\u3000'));
+    EXPECT_TRUE(IsPatternSpace(u'\v'));
+    EXPECT_FALSE(IsPatternSpace(u'\u200B'));
+    for (const char16_t letter : std::u16string_view(u"éÆßŁЖжΩאب中アあ한ก"))
+        EXPECT_TRUE(IsPatternLetter(letter)) << static_cast<int>(letter);
+    for (const char16_t other : std::u16string_view(u"€×÷§©«¿\u0660\U0001F600"))
+        EXPECT_FALSE(IsPatternLetter(other)) << static_cast<int>(other);
+    EXPECT_FALSE(IsPatternDigit(u'\u0663'));
+    EXPECT_FALSE(IsPatternDigit(u'\uFF11'));
+    EXPECT_EQ(LowerPatternCharacter(u'Ÿ'), u'ÿ');
+    EXPECT_EQ(LowerPatternCharacter(u'Ł'), u'ł');
+    EXPECT_EQ(LowerPatternCharacter(u'Ё'), u'ё');
+    EXPECT_EQ(LowerPatternCharacter(u'Ա'), u'ա');
+    EXPECT_EQ(LowerPatternCharacter(u'Ｚ'), u'ｚ');
+    EXPECT_EQ(LowerPatternCharacter(u'ẞ'), u'ẞ');
+    EXPECT_EQ(LowerPatternCharacter(u'×'), u'×');
+    EXPECT_EQ(LowerPatternCharacter(u'中'), u'中');
 }
 
 TEST(ParseUnsigned, ReadsTheWholeRangeAndRefusesOverflow)
