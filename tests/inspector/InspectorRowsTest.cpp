@@ -218,6 +218,45 @@ TEST(InspectorRows, SevenBytesLeaveTheSixtyFourBitRowsUnavailable)
     EXPECT_EQ(rows[UInt64Be], Unavailable);
 }
 
+// The rows of random snapshots against integers read by shifting, and the decimal by the library.
+TEST(InspectorRows, NumberRowsAgreeWithAPlainReadOfRandomBytes)
+{
+    std::mt19937_64 random(3);
+    const auto hex = [](std::uint64_t value, int digits) {
+        std::u16string text(static_cast<std::size_t>(digits), u'0');
+        for (int i = digits - 1; i >= 0; --i, value >>= 4) {
+            text[static_cast<std::size_t>(i)] = u"0123456789ABCDEF"[value & 0xF];
+        }
+        return text;
+    };
+    const auto expected = [&](std::uint64_t value, int byteCount) {
+        const std::string decimal = std::to_string(value);
+        return std::u16string(decimal.begin(), decimal.end()) + u" / 0x" + hex(value, byteCount * 2);
+    };
+    for (int sample = 0; sample < 500; ++sample) {
+        Bytes bytes(static_cast<std::size_t>(random() % 12));
+        for (std::uint8_t& byte : bytes) {
+            byte = static_cast<std::uint8_t>(random());
+        }
+        const Rows rows = Build(bytes);
+        const std::size_t widths[] = {1, 2, 2, 4, 4, 8, 8};
+        for (std::size_t index = 0; index < std::size(widths); ++index) {
+            const std::size_t width = widths[index];
+            const bool bigEndian = index == 2 || index == 4 || index == 6;
+            const std::size_t row = UInt8 + index;
+            if (bytes.size() < width) {
+                EXPECT_EQ(rows[row], Unavailable) << row;
+                continue;
+            }
+            std::uint64_t value = 0;
+            for (std::size_t i = 0; i < width; ++i) {
+                value |= std::uint64_t{bytes[i]} << (8 * (bigEndian ? width - 1 - i : i));
+            }
+            EXPECT_EQ(rows[row], expected(value, static_cast<int>(width))) << row;
+        }
+    }
+}
+
 TEST(InspectorRows, TheUnavailableTextIsPassedThroughAsGiven)
 {
     InspectorRequest request;
