@@ -50,12 +50,18 @@ std::u16string BuildMemberTypeText(const ResolvedMember& member)
     std::u16string text = member.typeName;
     if (member.isPadding)
         return text;
-    if (member.isFlexibleArray)
+    if (member.isFlexibleArray) {
         text += u"[]";
-    else if (member.elementCount >= 2)
-        text += u"[" + DecimalText(member.elementCount) + u"]";
-    if (IsStructField(member))
-        text += u" (" + DecimalText(member.totalSize) + u" bytes)";
+    } else if (member.elementCount >= 2) {
+        text += u'[';
+        text += DecimalText(member.elementCount);
+        text += u']';
+    }
+    if (IsStructField(member)) {
+        text += u" (";
+        text += DecimalText(member.totalSize);
+        text += u" bytes)";
+    }
     return text;
 }
 
