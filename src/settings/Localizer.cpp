@@ -2,7 +2,7 @@
 
 #include "settings/LanguageCatalogue.h"
 #include "settings/SystemLanguages.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 namespace tlm {
 

@@ -1,7 +1,7 @@
 #include "settings/SettingsFile.h"
 
 #include "settings/SettingsWriter.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 namespace tlm {
 

@@ -1,7 +1,7 @@
 #include "settings/SettingsPath.h"
 
 #include "settings/SettingsFile.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 #include <filesystem>
 #include <initializer_list>

@@ -4,7 +4,7 @@
 #include "encoding/EncodingFavorites.h"
 #include "settings/LenientUtf8.h"
 #include "settings/SettingsScan.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 namespace tlm {
 

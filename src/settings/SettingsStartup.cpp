@@ -3,7 +3,7 @@
 #include "settings/Localizer.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsReader.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 #include <system_error>
 

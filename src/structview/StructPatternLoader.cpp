@@ -1,7 +1,7 @@
 #include "structview/StructPatternLoader.h"
 
 #include "encoding/Utf8.h"
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 #include "structview/DefinitionError.h"
 #include "structview/PatternCharacters.h"
 #include "structview/PatternDeclaration.h"

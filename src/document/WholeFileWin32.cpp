@@ -1,4 +1,4 @@
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
-#include "settings/WholeFile.h"
+#include "document/WholeFile.h"
 
-#include "ScratchFolder.h"
+#include "TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +11,17 @@ namespace tlm {
 namespace {
 
 namespace fs = std::filesystem;
+
+void WriteText(const fs::path& path, const std::string& text)
+{
+    test::WriteWholeFile(path, std::vector<std::uint8_t>(text.begin(), text.end()));
+}
+
+std::string ReadText(const fs::path& path)
+{
+    const std::vector<std::uint8_t> bytes = test::ReadWholeFile(path);
+    return std::string(bytes.begin(), bytes.end());
+}
 
 std::vector<std::string> Names(const fs::path& folder)
 {
@@ -23,50 +34,50 @@ std::vector<std::string> Names(const fs::path& folder)
 
 TEST(WholeFile, ReadGivesEveryByte)
 {
-    test::ScratchFolder scratch;
+    test::TestFolder scratch;
     const std::string bytes("a\0b\r\n\xFF", 6);
-    test::WriteBytes(scratch.File("f"), bytes);
+    WriteText(scratch.File("f"), bytes);
     EXPECT_EQ(ReadWholeFile(test::PathText(scratch.File("f"))), bytes);
 }
 
 TEST(WholeFile, ReadOfAMissingFileOrAFolderGivesNothing)
 {
-    test::ScratchFolder scratch;
+    test::TestFolder scratch;
     EXPECT_FALSE(ReadWholeFile(test::PathText(scratch.File("missing"))).has_value());
-    EXPECT_FALSE(ReadWholeFile(scratch.Text()).has_value());
+    EXPECT_FALSE(ReadWholeFile(test::PathText(scratch.Path())).has_value());
 }
 
 TEST(WholeFile, ReplaceCreatesAFileAndLeavesNothingElse)
 {
-    test::ScratchFolder scratch;
+    test::TestFolder scratch;
     ASSERT_TRUE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "new"));
-    EXPECT_EQ(test::ReadBytes(scratch.File("f.json")), "new");
+    EXPECT_EQ(ReadText(scratch.File("f.json")), "new");
     EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
 }
 
 TEST(WholeFile, ReplaceSwapsTheOldContentForTheNew)
 {
-    test::ScratchFolder scratch;
-    test::WriteBytes(scratch.File("f.json"), std::string(5000, 'o'));
+    test::TestFolder scratch;
+    WriteText(scratch.File("f.json"), std::string(5000, 'o'));
     ASSERT_TRUE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "short"));
-    EXPECT_EQ(test::ReadBytes(scratch.File("f.json")), "short");
+    EXPECT_EQ(ReadText(scratch.File("f.json")), "short");
     EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
 }
 
 TEST(WholeFile, AFailedReplaceKeepsTheOldFileAndRemovesItsTemporary)
 {
-    test::ScratchFolder scratch;
+    test::TestFolder scratch;
     // A folder in the target's place cannot be replaced by a file.
     fs::create_directory(scratch.File("f.json"));
-    test::WriteBytes(scratch.File("f.json") / "inside", "kept");
+    WriteText(scratch.File("f.json") / "inside", "kept");
     EXPECT_FALSE(ReplaceWholeFile(test::PathText(scratch.File("f.json")), "new"));
-    EXPECT_EQ(test::ReadBytes(scratch.File("f.json") / "inside"), "kept");
+    EXPECT_EQ(ReadText(scratch.File("f.json") / "inside"), "kept");
     EXPECT_EQ(Names(scratch.Path()), std::vector<std::string>{"f.json"});
 }
 
 TEST(WholeFile, ReplaceInAMissingFolderFails)
 {
-    test::ScratchFolder scratch;
+    test::TestFolder scratch;
     EXPECT_FALSE(ReplaceWholeFile(test::PathText(scratch.File("no") / "f.json"), "x"));
     EXPECT_TRUE(fs::is_empty(scratch.Path()));
 }
