@@ -139,6 +139,23 @@ std::string Utf16ToUtf8(std::u16string_view text)
     return bytes;
 }
 
+std::size_t Utf8SequenceLength(std::uint8_t lead)
+{
+    if (lead < 0x80) {
+        return 1;
+    }
+    if ((lead & 0xE0) == 0xC0) {
+        return 2;
+    }
+    if ((lead & 0xF0) == 0xE0) {
+        return 3;
+    }
+    if ((lead & 0xF8) == 0xF0) {
+        return 4;
+    }
+    return 0;
+}
+
 std::size_t ValidUtf8SequenceLength(std::span<const std::uint8_t> bytes)
 {
     const auto sequence = DecodeSequence(bytes);

@@ -10,28 +10,10 @@ namespace tlm {
 
 namespace {
 
-// Length announced by a lead byte, or 0 for a byte that cannot start a sequence.
-std::size_t SequenceLength(std::uint8_t lead)
-{
-    if (lead < 0x80) {
-        return 1;
-    }
-    if ((lead & 0xE0) == 0xC0) {
-        return 2;
-    }
-    if ((lead & 0xF0) == 0xE0) {
-        return 3;
-    }
-    if ((lead & 0xF8) == 0xF0) {
-        return 4;
-    }
-    return 0;
-}
-
 // The text of the well-formed sequence at the start of `bytes`, or nothing when it is invalid.
 std::optional<std::u16string> DecodeSequence(std::span<const std::uint8_t> bytes, std::size_t& length)
 {
-    length = SequenceLength(bytes[0]);
+    length = Utf8SequenceLength(bytes[0]);
     if (length == 0 || length > bytes.size()) {
         return std::nullopt;
     }

@@ -80,23 +80,6 @@ struct Utf8Character {
     std::size_t length = 0;
 };
 
-std::size_t Utf8SequenceLength(std::uint8_t lead)
-{
-    if (lead < 0x80) {
-        return 1;
-    }
-    if ((lead & 0xE0) == 0xC0) {
-        return 2;
-    }
-    if ((lead & 0xF0) == 0xE0) {
-        return 3;
-    }
-    if ((lead & 0xF8) == 0xF0) {
-        return 4;
-    }
-    return 0;
-}
-
 // One character at `position`. A NUL, a stray continuation byte, a sequence cut off by the end of the
 // snapshot and anything the strict converter refuses (overlong forms, surrogates) give nothing.
 std::optional<Utf8Character> DecodeUtf8At(ByteSpan bytes, std::size_t position)
