@@ -1,21 +1,11 @@
 #include "structview/DefinitionError.h"
 
+#include "structview/DecimalText.h"
+
 #include <cstddef>
 
 namespace tlm {
 namespace {
-
-std::u16string DecimalText(std::int64_t value)
-{
-    const bool negative = value < 0;
-    auto magnitude = negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-    std::u16string digits;
-    do {
-        digits.insert(digits.begin(), static_cast<char16_t>(u'0' + magnitude % 10));
-        magnitude /= 10;
-    } while (magnitude != 0);
-    return negative ? u"-" + digits : digits;
-}
 
 // The text of line `line` without its line end; empty when there is no such line.
 std::u16string_view SourceLine(std::u16string_view text, std::int64_t line)
@@ -38,7 +28,7 @@ std::u16string_view SourceLine(std::u16string_view text, std::int64_t line)
 std::u16string FormatDefinitionError(std::u16string_view sourceText, std::int64_t line, std::int64_t column,
     std::u16string_view message)
 {
-    std::u16string result = u"Line " + DecimalText(line) + u", Col " + DecimalText(column) + u": ";
+    std::u16string result = u"Line " + SignedDecimalText(line) + u", Col " + SignedDecimalText(column) + u": ";
     result += message;
     const std::u16string_view quoted = SourceLine(sourceText, line);
     if (quoted.empty())

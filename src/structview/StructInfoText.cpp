@@ -1,5 +1,7 @@
 #include "structview/StructInfoText.h"
 
+#include "structview/DecimalText.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -9,11 +11,10 @@ namespace {
 
 void AddLine(std::u16string& text, std::u16string_view name, std::uint64_t value)
 {
-    const std::string digits = std::to_string(value);
     text += u"\r\n";
     text += name;
     text += u" = ";
-    text.append(digits.begin(), digits.end());
+    text += DecimalText(value);
 }
 
 } // namespace

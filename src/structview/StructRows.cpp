@@ -1,5 +1,6 @@
 #include "structview/StructRows.h"
 
+#include "structview/DecimalText.h"
 #include "structview/StructValueText.h"
 
 #include <algorithm>
@@ -13,12 +14,6 @@ namespace tlm {
 namespace {
 
 constexpr char16_t HexDigits[] = u"0123456789ABCDEF";
-
-std::u16string DecimalText(std::uint64_t value)
-{
-    const std::string digits = std::to_string(value);
-    return std::u16string(digits.begin(), digits.end());
-}
 
 // "0x" and upper-case hexadecimal without leading zeros.
 std::u16string OffsetText(std::uint64_t offset)

@@ -1,5 +1,7 @@
 #include "structview/StructValueText.h"
 
+#include "structview/DecimalText.h"
+
 #include <cstring>
 #include <locale>
 #include <span>
@@ -120,7 +122,7 @@ std::u16string IntegerForm(ByteSpan bytes, bool bigEndian, bool decimal)
         return u"0x" + HexBytes(bytes);
     const std::uint64_t value = AssembleUnsigned(bytes, bigEndian);
     if (decimal)
-        return Widen(std::to_string(value));
+        return DecimalText(value);
     return PaddedHex(value, bytes.size() * 2);
 }
 
