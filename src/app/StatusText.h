@@ -1,0 +1,33 @@
+#pragma once
+
+#include "encoding/TextEncoding.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tlm {
+
+// What the status bar's one pane says, by the first rule that applies.
+struct StatusTextInputs {
+    bool overrideActive = false;
+    std::u16string overrideText;
+    bool saveActive = false;
+    std::u16string saveText;
+    bool searchActive = false;
+    std::u16string searchText;
+    bool fileOpen = false;
+    std::uint64_t fileSize = 0;
+    std::uint64_t caret = 0;
+    TextEncoding encoding = TextEncoding::Ascii;
+    bool editingEnabled = false;
+    bool insertMode = false;
+    bool modified = false;
+    float zoom = 1.0f;
+};
+
+std::u16string BuildStatusText(const StatusTextInputs& inputs,
+                               const std::function<std::u16string(std::string_view key)>& translate);
+
+} // namespace tlm
