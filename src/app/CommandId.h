@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace tlm {
 
@@ -46,12 +47,25 @@ enum class CommandId : std::uint32_t {
 
 constexpr std::uint32_t ToNumber(CommandId id) { return static_cast<std::uint32_t>(id); }
 
+inline constexpr CommandId FirstFixedCommand = CommandId::FileOpen;
+inline constexpr CommandId LastFixedCommand = CommandId::HelpAbout;
+
+// True for 1001 to 1033.
+bool IsFixedCommand(std::uint32_t id);
+
+// The fixed command's name ("FileOpen"); empty for a number outside 1001 to 1033.
+std::u16string_view CommandName(CommandId id);
+
+// Key of the fixed command's menu label ("menu.file.open"); empty for a number outside 1001 to 1033.
+std::string_view CommandMenuKey(CommandId id);
+
 // One range of numbers handed out at run time: recent files, favourites, languages.
 struct CommandIdRange {
     int base = 0;
     int count_ = 0;
 
-    // The number of entry `index`; an index outside the range stops the program.
+    // The number of entry `index`. An index not below `count_` is a programming error: it writes
+    // "index < count_" to standard error and aborts, in every build type.
     std::uint32_t At(std::size_t index) const;
     bool Contains(std::uint32_t id) const;
     std::size_t IndexOf(std::uint32_t id) const; // only for an id the range contains
@@ -60,6 +74,12 @@ struct CommandIdRange {
 inline constexpr CommandIdRange RecentFileCommands{4000, 16};
 inline constexpr CommandIdRange FavoriteCommands{1200, 3};
 inline constexpr CommandIdRange LanguageCommands{1300, 16};
+
+// Names of the dynamic commands: "FileRecent<index>", "EncodingFavorite<index>", and "LanguageSystem"
+// for language index 0 but "Language<index>" for the rows 1 to 15.
+std::u16string RecentFileCommandName(std::size_t index);
+std::u16string FavoriteCommandName(std::size_t index);
+std::u16string LanguageCommandName(std::size_t index);
 
 // A user action: its name, when it may run (empty: always) and what it does.
 struct Command {

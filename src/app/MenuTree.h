@@ -26,8 +26,9 @@ struct MenuItem {
     friend bool operator==(const MenuItem&, const MenuItem&) = default;
 };
 
-// Everything the menu bar is drawn from. `isCommandEnabled` is the application's rule for a number;
-// `translate` is the localizer's lookup.
+// Everything the menu bar is drawn from. `isCommandEnabled` is the application's rule for a number
+// (empty: every command enabled); `translate` is the localizer's lookup (empty: the key itself).
+// Only the first 16 recent files and the first 3 favourites have command numbers, so only they show.
 struct MenuBarState {
     std::function<bool(std::uint32_t id)> isCommandEnabled;
     std::function<std::u16string(std::string_view key)> translate;
@@ -43,7 +44,11 @@ struct MenuBarState {
     bool structViewOn = false;
 };
 
-// The whole bar: File, Edit, View, Settings, Help, with every popup, separator and check mark.
+// The whole bar: File, Edit, View, Settings, Help, with every popup, separator and check mark. The
+// returned item is the bar itself (a popup without label); plain items are greyed where
+// `isCommandEnabled` says no, popup titles while `busy`. Recent files read "<index+1> <path>", eight
+// a level, the rest under "menu.file.more_recent"; favourites read "★ <display name>" with the
+// numbers 1200 on; the language items are 1300 (system) and 1301 to 1315.
 MenuItem BuildMenuBar(const MenuBarState& state);
 
 } // namespace tlm

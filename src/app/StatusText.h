@@ -27,6 +27,9 @@ struct StatusTextInputs {
     float zoom = 1.0f;
 };
 
+// The override text, else the save's, else the search's, else "status.no_file", else the open file's
+// parts joined by two blanks: offset (0x and 8 upper-case digits, 16 from a 4 GiB file on), encoding,
+// mode or read-only, "modified" when changed, zoom in percent. `translate` is the localizer's lookup.
 std::u16string BuildStatusText(const StatusTextInputs& inputs,
                                const std::function<std::u16string(std::string_view key)>& translate);
 
