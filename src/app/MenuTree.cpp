@@ -6,7 +6,6 @@
 #include "encoding/EncodingFavorites.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tlm {
 
