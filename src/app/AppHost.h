@@ -2,9 +2,17 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace tlm {
+
+enum class MessageBoxKind {
+    Stop,                    // OK button, stop icon
+    YesNoCancelExclamation,  // Yes, No and Cancel buttons, exclamation icon
+};
+
+enum class MessageBoxResult { Ok, Yes, No, Cancel };
 
 // The platform operations the application's portable logic asks for. The Win32 program fills them
 // with real calls; tests fill them with recorders and scripted answers. An empty function means the
@@ -16,6 +24,13 @@ struct AppHost {
     std::function<void()> beep;
     // Repaints the status bar from the window's current status state.
     std::function<void()> refreshStatusBar;
+    // A modal message box owned by the main window.
+    std::function<MessageBoxResult(const std::u16string& text, const std::u16string& caption, MessageBoxKind kind)>
+        messageBox;
+    // The full path of the running executable, or nothing when it cannot be found.
+    std::function<std::optional<std::u16string>()> executablePath;
+    // Starts a process that is not waited for; false when it could not be started.
+    std::function<bool(const std::u16string& application, const std::u16string& commandLine)> createProcess;
 };
 
 } // namespace tlm
