@@ -31,6 +31,16 @@ struct AppHost {
     std::function<std::optional<std::u16string>()> executablePath;
     // Starts a process that is not waited for; false when it could not be started.
     std::function<bool(const std::u16string& application, const std::u16string& commandLine)> createProcess;
+    // Builds the menu bar again from the window's state (greyed while busy).
+    std::function<void()> rebuildMenu;
+    std::function<void()> updateTitle;
+    std::function<void(bool enabled)> enableHexView;
+    // Paints the status bar at once instead of waiting for the next paint message.
+    std::function<void()> updateStatusBarNow;
+    // Handles the waiting messages and returns; a quit request is kept for the main loop.
+    std::function<void()> pumpMessages;
+    // A millisecond clock.
+    std::function<std::uint64_t()> tickCount;
 };
 
 } // namespace tlm
