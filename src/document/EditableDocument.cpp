@@ -424,8 +424,8 @@ bool EditableDocument::Save(const ProgressCallback& progress)
 }
 
 // Overwrites, an appended run and a cut tail keep every other byte where it is: write just those.
-// The run goes to the original end and the cut to the edited size, in this order, also when both are
-// pending at once.
+// The run goes to its edited position (the original end less the cut tail) and the file then ends at
+// the edited size, so the file holds exactly what was shown also when both are pending at once.
 bool EditableDocument::SaveInPlace(const std::u16string& path, const ProgressCallback& progress)
 {
     const std::uint64_t total = std::max<std::uint64_t>(GetEditedSize(), 1);
@@ -458,7 +458,7 @@ bool EditableDocument::SaveInPlace(const std::u16string& path, const ProgressCal
     }
     if (!insertedRuns.Empty()) {
         const InsertedRuns::Run* run = insertedRuns.Find(fileSize);
-        if (run == nullptr || !WriteRun(target, fileSize, run->bytes)) {
+        if (run == nullptr || !WriteRun(target, fileSize - deletedOffsets.Count(), run->bytes)) {
             return fail();
         }
         Report(progress, total, total);

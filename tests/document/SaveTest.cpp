@@ -173,7 +173,7 @@ TEST_F(SaveTest, AFileEditedToZeroLengthIsTruncatedInPlaceWithProgressTotalOne)
     EXPECT_EQ(document.GetEditedSize(), 0u);
 }
 
-TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceKeepsTheTailAndCutsTheRunsEnd)
+TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceWritesWhatWasShown)
 {
     Open({1, 2, 3, 4});
     ASSERT_TRUE(document.DeleteByte(3));
@@ -184,8 +184,34 @@ TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceKeepsTheTailAndCutsTheRunsEnd)
     EXPECT_EQ(Shown(), (Bytes{1, 2, 0xB0, 0xB1, 0xB2}));
     ASSERT_FALSE(document.SavesViaTemporaryFile());
     ASSERT_TRUE(Save());
-    // The run goes to the old end, then the file is cut at the edited size.
-    EXPECT_EQ(OnDisk(), (Bytes{1, 2, 3, 4, 0xB0}));
+    EXPECT_EQ(OnDisk(), (Bytes{1, 2, 0xB0, 0xB1, 0xB2}));
+}
+
+TEST_F(SaveTest, DeletingTheOnlyByteAndAppendingManyThenSavingWritesTheAppendedBytes)
+{
+    Open({0x5A});
+    ASSERT_TRUE(document.DeleteByte(0));
+    for (std::uint64_t i = 0; i < 498; ++i) {
+        ASSERT_TRUE(document.InsertByte(i, static_cast<std::uint8_t>(i * 7 + 1)));
+    }
+    const Bytes shown = Shown();
+    ASSERT_EQ(shown.size(), 498u);
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(OnDisk(), shown);
+}
+
+TEST_F(SaveTest, AnAppendedRunLongerThanTheCutTailIsWrittenWhereItWasShown)
+{
+    Open({1, 2, 3, 4, 5, 6});
+    ASSERT_TRUE(document.DeleteByte(5));
+    ASSERT_TRUE(document.DeleteByte(4));
+    ASSERT_TRUE(document.OverwriteByte(1, 0xA1));
+    for (std::uint64_t i = 4; i < 9; ++i) {
+        ASSERT_TRUE(document.InsertByte(i, static_cast<std::uint8_t>(0xC0 + i)));
+    }
+    const Bytes shown = Shown();
+    ASSERT_TRUE(Save());
+    EXPECT_EQ(OnDisk(), shown);
 }
 
 TEST_F(SaveTest, TheReadHandleStaysOpenDuringAnInPlaceSave)
