@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/AppSettings.h"
 #include "settings/LanguageCatalogue.h"
 
 #include <cstddef>
@@ -14,8 +15,6 @@ namespace tlm {
 // LanguageCommands.At(n); number 1300 (index 0) is the system item, which is no row of this table.
 // The labels are the languages' own names and are never translated.
 std::span<const LanguageEntry> LanguageMenuRows();
-
-inline constexpr std::u16string_view SystemLanguageSetting = u"system";
 
 // The language setting a language command stands for: "system" for index 0, the row's code for 1 to
 // 15, nothing beyond.

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "app/AppHost.h"
+#include "app/MenuTree.h"
+#include "inspector/AnalysisWorker.h"
+#include "settings/Theme.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace tlm {
+
+// Everything AppWindow asks of the system around it. The Windows program fills these with calls on
+// the main window, its status bar and the hex view's window; tests fill them with recorders and
+// scripted answers. An empty function does nothing, and a query without one gives the stated default.
+struct AppPlatform {
+    // Start-up. Each answers whether it worked; an empty one counts as success.
+    std::function<std::optional<std::u16string>()> executableFolder; // nothing when unknown
+    std::function<std::optional<std::u16string>()> currentFolder;    // nothing when unknown
+    std::function<std::u16string()> settingsPath;                    // where the settings file lives
+    std::function<void()> initCommonControls;
+    std::function<bool()> registerHexViewClass;
+    std::function<bool()> registerMainClass;
+    // Creates the main window hidden. The window's creation runs AppWindow::OnCreate before it returns.
+    std::function<bool()> createMainWindow;
+    std::function<bool()> createStatusBar;
+    // Creates the hex view's child window over AppWindow's view and fills the view's host.
+    std::function<bool()> createHexView;
+    std::function<void()> sizeAndCentre;
+    std::function<bool()> createAccelerators;
+    std::function<void()> showWindow; // shown and painted at once
+    // Queues a message for the main window, as the workers' results travel; false when it could not.
+    ResultPoster postToMainWindow;
+
+    // The main window and its children.
+    std::function<void(const std::u16string& title)> setTitle;
+    std::function<void()> destroyWindow; // the main window; its teardown follows
+    std::function<void()> layoutChildren;
+    std::function<void()> placeAnalysisWindows;
+    std::function<void(const MenuItem& bar)> installMenu; // replaces the menu bar, drawn at once
+    std::function<void()> removeMenu;                     // detaches and frees the bar
+    std::function<void()> destroyAccelerators;
+    std::function<void(const std::u16string& text)> setStatusText;
+    std::function<void(Theme theme)> colourStatusBar; // background by theme, repainted at once
+    std::function<void()> updateStatusBarNow;
+    std::function<void(bool enabled)> enableHexView;
+    std::function<void()> postQuit; // ends the message loop with exit code 0
+
+    // Time, sound, dialogs and processes.
+    std::function<void(unsigned id, unsigned milliseconds)> setTimer;
+    std::function<void(unsigned id)> killTimer;
+    std::function<void()> beep;
+    std::function<MessageBoxResult(const std::u16string& text, const std::u16string& caption, MessageBoxKind kind)>
+        messageBox; // Cancel without one
+    // The file dialog for opening; nothing when cancelled.
+    std::function<std::optional<std::u16string>(const std::u16string& title)> chooseFileToOpen;
+    std::function<std::optional<std::u16string>()> executablePath;
+    std::function<bool(const std::u16string& application, const std::u16string& commandLine)> createProcess;
+    std::function<void()> pumpMessages;
+    std::function<std::uint64_t()> tickCount;
+
+    // The analysis windows. Until their windows exist on a platform these stay empty: nothing is shown.
+    std::function<bool()> ensureInspectorWindow; // creates it when missing; false when there is none
+    std::function<void()> destroyInspectorWindow;
+    std::function<void(std::vector<std::u16string> values)> showInspectorValues;
+    std::function<bool()> ensureStructViewWindow;
+    std::function<void()> destroyStructViewWindow;
+    std::function<void(const std::u16string& message)> showStructMessage;
+    std::function<void(Theme theme)> themeAnalysisWindows;
+    std::function<void()> relabelAnalysisWindows;
+
+    // The commands whose dialogs live elsewhere: find, go to, font and about.
+    std::function<void()> findNext;
+    std::function<void()> goTo;
+    std::function<void()> chooseFont;
+    std::function<void()> showAbout;
+};
+
+} // namespace tlm

@@ -1,0 +1,80 @@
+#include "app/AppWindow.h"
+
+#include "app/StatusText.h"
+#include "app/WindowTitle.h"
+
+namespace tlm {
+
+MenuItem AppWindow::BuildMenu()
+{
+    MenuBarState state;
+    state.isCommandEnabled = [this](std::uint32_t id) { return IsCommandEnabled(id); };
+    state.translate = [this](std::string_view key) { return Tr(key); };
+    state.busy = Busy();
+    state.recentFiles = settings.recentFiles;
+    state.favorites = settings.encodingFavorites;
+    state.currentEncoding = currentEncoding;
+    state.theme = hexView.GetTheme();
+    state.languageSetting = settings.language;
+    state.resolvedLanguage = localizer.EffectiveLanguage();
+    state.editingEnabled = hexView.IsEditingEnabled();
+    state.inspectorOn = settings.dataInspectorVisible;
+    state.structViewOn = settings.structViewVisible;
+    return BuildMenuBar(state);
+}
+
+void AppWindow::RebuildMenu()
+{
+    if (platform.installMenu) {
+        platform.installMenu(BuildMenu());
+    }
+}
+
+void AppWindow::UpdateTitle()
+{
+    if (windowExists && platform.setTitle) {
+        platform.setTitle(ComposeWindowTitle(Tr("app.title"), document));
+    }
+}
+
+std::u16string AppWindow::BuildStatusText()
+{
+    StatusTextInputs inputs;
+    inputs.overrideActive = readOnlyWarning.Active();
+    inputs.overrideText = readOnlyWarning.Text();
+    inputs.saveActive = saveFlow.Progress().active;
+    inputs.saveText = saveFlow.Progress().text;
+    inputs.searchActive = searchProgress.active;
+    inputs.searchText = searchProgress.text;
+    inputs.fileOpen = document.IsOpen();
+    inputs.fileSize = document.GetSize();
+    inputs.caret = hexView.State().caretOffset;
+    inputs.encoding = currentEncoding;
+    inputs.editingEnabled = hexView.IsEditingEnabled();
+    inputs.insertMode = hexView.State().insertMode == HexEditMode::Insert;
+    inputs.modified = document.IsModified();
+    inputs.zoom = hexView.Metrics().zoom;
+    return tlm::BuildStatusText(inputs, [this](std::string_view key) { return Tr(key); });
+}
+
+void AppWindow::RefreshStatusBar()
+{
+    statusText = BuildStatusText();
+    if (platform.setStatusText) {
+        platform.setStatusText(statusText);
+    }
+}
+
+StatusBarColors AppWindow::StatusColors() const
+{
+    return StatusBarColorsFor(hexView.GetTheme(), readOnlyWarning.Active());
+}
+
+void AppWindow::ApplyStatusBarTheme()
+{
+    if (platform.colourStatusBar) {
+        platform.colourStatusBar(hexView.GetTheme());
+    }
+}
+
+} // namespace tlm
