@@ -20,4 +20,24 @@ enum class AppMessage : std::uint32_t {
     StructValueFormat = 0x8011,
 };
 
+// Whether a window message number is one of the values above; the numbers between them are not.
+constexpr bool IsAppMessage(std::uint32_t message)
+{
+    switch (static_cast<AppMessage>(message)) {
+    case AppMessage::ViewChanged:
+    case AppMessage::ReadOnlyBlocked:
+    case AppMessage::ZoomChanged:
+    case AppMessage::InspectorResult:
+    case AppMessage::InspectorClosed:
+    case AppMessage::StructViewClosed:
+    case AppMessage::StructOpenPattern:
+    case AppMessage::StructResult:
+    case AppMessage::StructClearPattern:
+    case AppMessage::StructReloadPattern:
+    case AppMessage::StructValueFormat:
+        return true;
+    }
+    return false;
+}
+
 } // namespace tlm

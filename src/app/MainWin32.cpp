@@ -1,4 +1,5 @@
 #include "app/AppWindow.h"
+#include "app/AppWindowWin32.h"
 #include "app/StartupPath.h"
 
 #include <windows.h>
@@ -35,21 +36,13 @@ private:
     LPWSTR* arguments = nullptr;
 };
 
-std::optional<std::wstring> StartupPath(const ArgumentVector& arguments)
-{
-    const std::optional<std::u16string> path = tlm::TakeStartupPath(arguments.ToList());
-    if (!path)
-        return std::nullopt;
-    return std::wstring(path->begin(), path->end());
-}
-
-int RunMessageLoop(const tlm::AppWindow& app)
+int RunMessageLoop(const tlm::AppWindowWin32& windows)
 {
     MSG message{};
     // GetMessageW answers -1 only for a bad window filter, which a null filter cannot be; stop rather
     // than spin should it ever happen.
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        if (app.Accelerators() && TranslateAcceleratorW(app.Window(), app.Accelerators(), &message))
+        if (windows.Accelerators() && TranslateAcceleratorW(windows.Window(), windows.Accelerators(), &message))
             continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
@@ -67,7 +60,9 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int)
     // Declared first so that it is released last, after the application has gone.
     const ArgumentVector arguments;
     tlm::AppWindow app;
-    if (!app.Create(instance, StartupPath(arguments)))
+    // Its windows go before the application: whatever is left of them is torn down first.
+    tlm::AppWindowWin32 windows(app, instance);
+    if (!app.Create(tlm::TakeStartupPath(arguments.ToList())))
         return -1;
-    return RunMessageLoop(app);
+    return RunMessageLoop(windows);
 }
