@@ -52,8 +52,16 @@ FileHandle OpenFileForReading(const std::u16string& path)
     if (Injected(FileOperation::OpenForReading)) {
         return InvalidFileHandle;
     }
-    return FromNative(CreateFileW(WidePath(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    HANDLE file = CreateFileW(WidePath(path), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    // Devices, pipes and consoles have no size to show and may block a read forever: only files on a
+    // disk are documents.
+    if (file != INVALID_HANDLE_VALUE && GetFileType(file) != FILE_TYPE_DISK) {
+        CloseHandle(file);
+        SetLastError(ERROR_INVALID_FUNCTION);
+        return InvalidFileHandle;
+    }
+    return FromNative(file);
 }
 
 FileHandle OpenFileForWriting(const std::u16string& path)

@@ -41,6 +41,23 @@ TEST(PlatformFileWin32, ErrorsEightyAndOneEightyThreeMeanTheFileExists)
     EXPECT_EQ(PathNotFoundError(), 3u);
 }
 
+TEST(PlatformFileWin32, ADeviceIsNoDocument)
+{
+    EXPECT_FALSE(IsValidFileHandle(OpenFileForReading(u"NUL")));
+    EXPECT_FALSE(IsValidFileHandle(OpenFileForReading(u"\\\\.\\NUL")));
+    EditableDocument document;
+    EXPECT_FALSE(document.file.Open(u"NUL"));
+    EXPECT_FALSE(document.IsOpen());
+}
+
+TEST(PlatformFileWin32, AFolderIsNoDocument)
+{
+    TestFolder folder;
+    EditableDocument document;
+    EXPECT_FALSE(document.file.Open(test::PathText(folder.Path())));
+    EXPECT_FALSE(document.IsOpen());
+}
+
 TEST(PlatformFileWin32, TheReadHandleLetsOthersWriteAndDelete)
 {
     TestFolder folder;
