@@ -151,6 +151,15 @@ void HexView::SetEncoding(TextEncoding newEncoding)
     RequestRedraw();
 }
 
+void HexView::SetTheme(Theme newTheme)
+{
+    if (newTheme == theme) {
+        return;
+    }
+    theme = newTheme;
+    RequestRedraw();
+}
+
 void HexView::SetFont(const std::u16string& family, float points, bool bold, bool italic)
 {
     const std::optional<float> size = FontSizeFromPoints(points);

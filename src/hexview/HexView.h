@@ -7,6 +7,7 @@
 #include "hexview/HexViewMetrics.h"
 #include "hexview/ScrollCommand.h"
 #include "hexview/TextMeasurer.h"
+#include "settings/Theme.h"
 
 #include <cstdint>
 #include <optional>
@@ -31,8 +32,8 @@ struct ByteRange {
 // GetKeyState), WM_CHAR to OnChar, the left button, WM_MOUSEMOVE and WM_CAPTURECHANGED to the mouse
 // handlers with the client coordinates, WM_MOUSEWHEEL to OnMouseWheel(wheel delta, MK_CONTROL),
 // WM_VSCROLL and WM_HSCROLL to the scroll handlers with the 32-bit track position of GetScrollInfo,
-// WM_SETFOCUS, WM_KILLFOCUS, WM_TIMER, WM_SIZE and WM_DPICHANGED to theirs. Painting reads Metrics,
-// State, Document and Encoding and builds rows with BuildRowCells.
+// WM_SETFOCUS, WM_KILLFOCUS, WM_TIMER, WM_SIZE and WM_DPICHANGED to theirs. Painting turns Metrics,
+// State, Document, Encoding, the theme and the client size into a HexViewPaint list.
 class HexView {
 public:
     static constexpr std::uint32_t BlinkTimerId = 1;
@@ -46,6 +47,8 @@ public:
     // The document to show; null or a closed one shows nothing. Starts over at offset 0, read-only.
     void SetDocument(IReadOnlyDocument* document);
     void SetEncoding(TextEncoding encoding);
+    // Any value is kept as given; one outside the four draws as Light.
+    void SetTheme(Theme theme);
     void SetFont(const std::u16string& family, float points, bool bold, bool italic);
     void StepZoom(float step);
     void ResetZoom();
@@ -88,6 +91,7 @@ public:
     const HexViewEditState& State() const { return state; }
     const HexViewFont& Font() const { return font; }
     TextEncoding Encoding() const { return encoding; }
+    Theme GetTheme() const { return theme; }
     bool IsEditingEnabled() const { return state.editingEnabled; }
     const IReadOnlyDocument* Document() const { return document; }
     DocumentExtent Extent() const;
@@ -121,6 +125,7 @@ private:
     HexViewEditState state;
     HexViewFont font;
     TextEncoding encoding = TextEncoding::Ascii;
+    Theme theme = Theme::CoolSlate;
     IReadOnlyDocument* document = nullptr;
     IEditableDocument* editable = nullptr;
 };
