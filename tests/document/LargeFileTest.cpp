@@ -104,19 +104,23 @@ TEST_F(LargeFileTest, SearchFindsAMatchAcrossFourGibibytes)
     EXPECT_EQ(backward.offset, FourGiB - 1);
 }
 
-TEST_F(LargeFileTest, ACutTailOfALargeFileIsTruncatedInPlace)
+TEST_F(LargeFileTest, ACutTailWithAnAppendedByteOfALargeFileIsSavedInPlaceAsShown)
 {
     EditableDocument document;
     ASSERT_TRUE(document.file.Open(path));
     ASSERT_TRUE(document.DeleteByte(LargeSize - 1));
     ASSERT_TRUE(document.DeleteByte(LargeSize - 2));
     ASSERT_TRUE(document.InsertByte(LargeSize - 2, 0x77));
+    ASSERT_EQ(document.Read(LargeSize - 3, 3).bytes, (Bytes{0xD0, 0x77}));
     EXPECT_FALSE(document.SavesViaTemporaryFile());
+    const std::uint64_t created = FileOperationCalls(FileOperation::CreateNew);
     ASSERT_TRUE(document.Save());
-    EXPECT_EQ(document.GetEditedSize(), LargeSize - 1);
-    EXPECT_EQ(document.Read(LargeSize - 3, 3).bytes, (Bytes{0xD0, 0x77}));
+    EXPECT_EQ(FileOperationCalls(FileOperation::CreateNew), created);
     document.Close();
-    EXPECT_EQ(std::filesystem::file_size(folder.File("large.bin")), LargeSize - 1);
+    FileViewModel view;
+    ASSERT_TRUE(view.Open(path));
+    EXPECT_EQ(view.GetSize(), LargeSize - 1);
+    EXPECT_EQ(view.Read(LargeSize - 3, 3).bytes, (Bytes{0xD0, 0x77}));
 }
 
 } // namespace

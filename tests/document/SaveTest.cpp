@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <functional>
 #include <regex>
+#include <string>
 
 namespace tlm {
 namespace {
@@ -33,10 +35,14 @@ class SaveTest : public ::testing::Test {
 protected:
     void TearDown() override { ClearFileFaults(); }
 
-    void Open(const Bytes& bytes)
+    // Opens a file of `bytes`, by its plain path or by the two-slash form that a save always rewrites.
+    void Open(const Bytes& bytes, bool byTwoSlashPath = false)
     {
         original = bytes;
         path = folder.Write("target.bin", bytes);
+        if (byTwoSlashPath) {
+            path = folder.TwoSlashPath("target.bin");
+        }
         document.Close();
         ASSERT_TRUE(document.file.Open(path));
     }
@@ -64,12 +70,62 @@ protected:
         EXPECT_TRUE(folder.TemporaryFiles().empty());
     }
 
+    // Makes `edit` twice on a file of `bytes`: opened by its plain path, where the save must go in place,
+    // and by its two-slash path, where it must go through a temporary file. Both times the document must
+    // show `expected`, and the save must leave exactly what was shown on disk.
+    void ExpectBothPathsSaveWhatWasShown(
+        const Bytes& bytes, const std::function<void(EditableDocument&)>& edit, const Bytes& expected)
+    {
+        for (const bool rewrite : {false, true}) {
+            SCOPED_TRACE(rewrite ? "through a temporary file" : "in place");
+            ASSERT_NO_FATAL_FAILURE(Open(bytes, rewrite));
+            ASSERT_NO_FATAL_FAILURE(edit(document));
+            const Bytes shown = Shown();
+            ASSERT_TRUE(shown == expected) << Difference(shown, expected);
+            ASSERT_EQ(document.SavesViaTemporaryFile(), rewrite);
+            const std::uint64_t created = Calls(FileOperation::CreateNew);
+            ASSERT_TRUE(Save()) << std::string(document.lastError.begin(), document.lastError.end());
+            EXPECT_EQ(Calls(FileOperation::CreateNew), created + (rewrite ? 1 : 0));
+            const Bytes disk = OnDisk();
+            EXPECT_TRUE(disk == shown) << Difference(disk, shown);
+            EXPECT_FALSE(document.IsModified());
+            EXPECT_TRUE(Shown() == shown);
+            EXPECT_TRUE(folder.TemporaryFiles().empty());
+        }
+    }
+
+    // Where two byte strings part: their sizes and the first offset at which they differ.
+    static std::string Difference(const Bytes& actual, const Bytes& expected)
+    {
+        const auto parted = std::mismatch(actual.begin(), actual.end(), expected.begin(), expected.end());
+        return "sizes " + std::to_string(actual.size()) + " and " + std::to_string(expected.size()) + ", first difference at "
+            + std::to_string(parted.first - actual.begin());
+    }
+
     TestFolder folder;
     std::u16string path;
     Bytes original;
     EditableDocument document;
     std::vector<ProgressCall> progress;
 };
+
+constexpr std::uint64_t MiB = 1048576;
+
+// Deletes the last `count` bytes shown, from the end.
+void CutTail(EditableDocument& document, std::uint64_t count)
+{
+    for (std::uint64_t i = 0; i < count; ++i) {
+        ASSERT_TRUE(document.DeleteByte(document.GetEditedSize() - 1));
+    }
+}
+
+// Types `bytes` at the end of what is shown.
+void Append(EditableDocument& document, const Bytes& bytes)
+{
+    for (const std::uint8_t byte : bytes) {
+        ASSERT_TRUE(document.InsertByte(document.GetEditedSize(), byte));
+    }
+}
 
 // Edits that keep every byte where it is, and one that moves bytes.
 void EditInPlace(EditableDocument& document)
@@ -173,45 +229,118 @@ TEST_F(SaveTest, AFileEditedToZeroLengthIsTruncatedInPlaceWithProgressTotalOne)
     EXPECT_EQ(document.GetEditedSize(), 0u);
 }
 
-TEST_F(SaveTest, AnAppendedRunWithACutTailInPlaceWritesWhatWasShown)
+TEST_F(SaveTest, AnEmptyFileWithAppendedBytesIsSavedAsShownByBothPaths)
 {
-    Open({1, 2, 3, 4});
-    ASSERT_TRUE(document.DeleteByte(3));
-    ASSERT_TRUE(document.DeleteByte(2));
-    ASSERT_TRUE(document.InsertByte(2, 0xB0));
-    ASSERT_TRUE(document.InsertByte(3, 0xB1));
-    ASSERT_TRUE(document.InsertByte(4, 0xB2));
-    EXPECT_EQ(Shown(), (Bytes{1, 2, 0xB0, 0xB1, 0xB2}));
-    ASSERT_FALSE(document.SavesViaTemporaryFile());
-    ASSERT_TRUE(Save());
-    EXPECT_EQ(OnDisk(), (Bytes{1, 2, 0xB0, 0xB1, 0xB2}));
+    ExpectBothPathsSaveWhatWasShown(
+        {}, [](EditableDocument& edited) { Append(edited, {0xB0, 0xB1, 0xB2}); }, {0xB0, 0xB1, 0xB2});
 }
 
-TEST_F(SaveTest, DeletingTheOnlyByteAndAppendingManyThenSavingWritesTheAppendedBytes)
+TEST_F(SaveTest, AOneByteFileCutToNothingIsSavedEmptyByBothPaths)
 {
-    Open({0x5A});
-    ASSERT_TRUE(document.DeleteByte(0));
-    for (std::uint64_t i = 0; i < 498; ++i) {
-        ASSERT_TRUE(document.InsertByte(i, static_cast<std::uint8_t>(i * 7 + 1)));
-    }
-    const Bytes shown = Shown();
-    ASSERT_EQ(shown.size(), 498u);
-    ASSERT_TRUE(Save());
-    EXPECT_EQ(OnDisk(), shown);
+    ExpectBothPathsSaveWhatWasShown({0x5A}, [](EditableDocument& edited) { CutTail(edited, 1); }, {});
 }
 
-TEST_F(SaveTest, AnAppendedRunLongerThanTheCutTailIsWrittenWhereItWasShown)
+TEST_F(SaveTest, TheOnlyByteDeletedAndManyBytesAppendedAreSavedAsShownByBothPaths)
 {
-    Open({1, 2, 3, 4, 5, 6});
-    ASSERT_TRUE(document.DeleteByte(5));
-    ASSERT_TRUE(document.DeleteByte(4));
-    ASSERT_TRUE(document.OverwriteByte(1, 0xA1));
-    for (std::uint64_t i = 4; i < 9; ++i) {
-        ASSERT_TRUE(document.InsertByte(i, static_cast<std::uint8_t>(0xC0 + i)));
+    Bytes typed;
+    for (std::uint32_t i = 0; i < 498; ++i) {
+        typed.push_back(static_cast<std::uint8_t>(i * 7 + 1));
     }
-    const Bytes shown = Shown();
-    ASSERT_TRUE(Save());
-    EXPECT_EQ(OnDisk(), shown);
+    ExpectBothPathsSaveWhatWasShown(
+        {0x5A},
+        [&](EditableDocument& edited) {
+            ASSERT_TRUE(edited.DeleteByte(0));
+            Append(edited, typed);
+        },
+        typed);
+}
+
+TEST_F(SaveTest, TheOnlyByteDeletedAndOneByteAppendedAreSavedAsShownByBothPaths)
+{
+    ExpectBothPathsSaveWhatWasShown(
+        {0x5A},
+        [](EditableDocument& edited) {
+            ASSERT_TRUE(edited.DeleteByte(0));
+            Append(edited, {0x77});
+        },
+        {0x77});
+}
+
+TEST_F(SaveTest, ARunShorterThanTheCutTailIsSavedAsShownByBothPaths)
+{
+    ExpectBothPathsSaveWhatWasShown(
+        {1, 2, 3, 4, 5, 6, 7, 8},
+        [](EditableDocument& edited) {
+            CutTail(edited, 4);
+            ASSERT_TRUE(edited.OverwriteByte(1, 0xA1));
+            Append(edited, {0xB0});
+        },
+        {1, 0xA1, 3, 4, 0xB0});
+}
+
+TEST_F(SaveTest, ARunAsLongAsTheCutTailIsSavedAsShownByBothPaths)
+{
+    ExpectBothPathsSaveWhatWasShown(
+        {1, 2, 3, 4, 5, 6},
+        [](EditableDocument& edited) {
+            CutTail(edited, 3);
+            Append(edited, {0xC0, 0xC1, 0xC2});
+            ASSERT_TRUE(edited.OverwriteByte(0, 0xA0));
+        },
+        {0xA0, 2, 3, 0xC0, 0xC1, 0xC2});
+}
+
+TEST_F(SaveTest, ARunLongerThanTheCutTailIsSavedAsShownByBothPaths)
+{
+    ExpectBothPathsSaveWhatWasShown(
+        {1, 2, 3, 4, 5, 6},
+        [](EditableDocument& edited) {
+            CutTail(edited, 2);
+            ASSERT_TRUE(edited.OverwriteByte(1, 0xA1));
+            Append(edited, {0xC4, 0xC5, 0xC6, 0xC7, 0xC8});
+        },
+        {1, 0xA1, 3, 4, 0xC4, 0xC5, 0xC6, 0xC7, 0xC8});
+}
+
+TEST_F(SaveTest, ATailCutUnderAnAppendedRunIsSavedAsShownByBothPaths)
+{
+    ExpectBothPathsSaveWhatWasShown(
+        {1, 2, 3, 4, 5},
+        [](EditableDocument& edited) {
+            Append(edited, {0xB0, 0xB1});
+            // The file's last two bytes, in front of the run, then a byte of the run itself.
+            ASSERT_TRUE(edited.DeleteByte(4));
+            ASSERT_TRUE(edited.DeleteByte(3));
+            ASSERT_TRUE(edited.OverwriteByte(4, 0xBB));
+        },
+        {1, 2, 3, 0xB0, 0xBB});
+}
+
+TEST_F(SaveTest, AnAppendedRunWithACutTailAroundTheCopyChunkIsSavedAsShownByBothPaths)
+{
+    struct Shape {
+        std::uint64_t cut;
+        std::uint64_t run;
+    };
+    for (const std::uint64_t size : {MiB - 1, MiB, MiB + 1}) {
+        for (const Shape shape : {Shape{1, 3}, Shape{3, 1}, Shape{2, 2}}) {
+            SCOPED_TRACE("size " + std::to_string(size) + ", cut " + std::to_string(shape.cut) + ", run "
+                + std::to_string(shape.run));
+            const Bytes bytes = test::RandomBytes(static_cast<std::size_t>(size), static_cast<std::uint32_t>(size + shape.cut));
+            const Bytes run(static_cast<std::size_t>(shape.run), 0xE5);
+            Bytes expected(bytes.begin(), bytes.end() - static_cast<std::ptrdiff_t>(shape.cut));
+            expected[MiB - 5] = 0xE1;
+            expected.insert(expected.end(), run.begin(), run.end());
+            ExpectBothPathsSaveWhatWasShown(
+                bytes,
+                [&](EditableDocument& edited) {
+                    CutTail(edited, shape.cut);
+                    Append(edited, run);
+                    ASSERT_TRUE(edited.OverwriteByte(MiB - 5, 0xE1));
+                },
+                expected);
+        }
+    }
 }
 
 TEST_F(SaveTest, TheReadHandleStaysOpenDuringAnInPlaceSave)
@@ -355,15 +484,8 @@ TEST_F(SaveTest, APathBeginningWithTwoBackslashesAlwaysUsesTheTemporaryFile)
 
 TEST_F(SaveTest, APathBeginningWithTwoSlashesAlwaysUsesTheTemporaryFile)
 {
-    // "//" followed by the folder names the same file on both platforms' local paths.
-    const std::u16string absolute = test::PathText(std::filesystem::absolute(folder.File("slashes.bin")));
     folder.Write("slashes.bin", {1, 2, 3});
-#if defined(_WIN32)
-    const std::u16string name = u"//?/" + absolute;
-#else
-    const std::u16string name = u"/" + absolute;
-#endif
-    ASSERT_TRUE(document.file.Open(name));
+    ASSERT_TRUE(document.file.Open(folder.TwoSlashPath("slashes.bin")));
     ASSERT_TRUE(document.OverwriteByte(0, 9));
     EXPECT_TRUE(document.SavesViaTemporaryFile());
     const std::uint64_t created = Calls(FileOperation::CreateNew);

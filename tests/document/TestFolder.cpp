@@ -39,6 +39,18 @@ std::u16string TestFolder::Write(const std::string& name, const std::vector<std:
     return PathText(File(name));
 }
 
+std::u16string TestFolder::TwoSlashPath(const std::string& name) const
+{
+    const std::u16string absolute = PathText(std::filesystem::absolute(File(name)));
+#if defined(_WIN32)
+    // The long-path prefix in its slash form, before a drive letter.
+    return u"//?/" + absolute;
+#else
+    // A doubled leading slash is an ordinary root here.
+    return u"/" + absolute;
+#endif
+}
+
 std::vector<std::string> TestFolder::TemporaryFiles() const
 {
     std::vector<std::string> names;

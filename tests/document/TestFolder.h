@@ -19,6 +19,9 @@ public:
     std::filesystem::path File(const std::string& name) const { return folder / name; }
     // Writes `bytes` to a file in the folder and gives its path as the document takes it.
     std::u16string Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const;
+    // The path of a file in the folder written so that it begins with two slashes. It names the same
+    // local file, but such a path is never saved in place: every save rewrites it through a temporary file.
+    std::u16string TwoSlashPath(const std::string& name) const;
     // Names of leftover temporary files of a save ("Tolmo-*.tmp").
     std::vector<std::string> TemporaryFiles() const;
 
