@@ -1,6 +1,8 @@
 // Random edit sequences checked three ways: against a plain byte vector, against the reference overlay
 // with the first, linear algorithms (every result and every container identical), and, after a save,
-// against the file on disk. Searches over the edited view are checked against a scan of the vector.
+// against the file on disk. A trial whose file is saved in place also saves a copy with the same
+// edits, opened by a two-slash path, which is always rewritten through a temporary file: both paths
+// must write the same bytes. Searches over the edited view are checked against a scan of the vector.
 #include "ReferenceDocument.h"
 #include "TestFolder.h"
 
@@ -28,7 +30,18 @@ enum class EditMix {
     OverwritesOnly,
     OverwritesAndAppends,
     OverwritesAndTailCuts,
-    TailCutThenAppends,
+    // An appended run and a cut tail together, in any order, with the run edited inside as well.
+    AppendsAndTailCuts,
+};
+
+// How many saves of each kind a test made, and of the in-place saves with both an appended run and a
+// cut tail, how the run's length compared with the cut's.
+struct SaveTally {
+    int temporary = 0;
+    int inPlace = 0;
+    int runShorterThanCut = 0;
+    int runAsLongAsCut = 0;
+    int runLongerThanCut = 0;
 };
 
 class ModelTrial {
@@ -36,6 +49,7 @@ public:
     ModelTrial(const TestFolder& folder, std::uint32_t seed, std::uint64_t fileSize, EditMix mix)
         : random(seed)
         , mix(mix)
+        , lean(seed / 7 % 4)
     {
         original = test::RandomBytes(static_cast<std::size_t>(fileSize), seed ^ 0x5EEDu);
         // Small alphabets make reverts (a byte overwritten with its own value) frequent.
@@ -45,9 +59,12 @@ public:
             }
         }
         path = folder.Write("model-" + std::to_string(seed) + ".bin", original);
+        twinName = "model-" + std::to_string(seed) + "-twin.bin";
+        folder.Write(twinName, original);
         model = original;
         EXPECT_TRUE(document.file.Open(path));
         EXPECT_TRUE(reference.file.Open(path));
+        EXPECT_TRUE(twin.file.Open(folder.TwoSlashPath(twinName)));
     }
 
     std::uint64_t Pick(std::uint64_t upTo)
@@ -82,6 +99,7 @@ public:
     {
         const bool done = document.OverwriteByte(v, value);
         ASSERT_EQ(done, reference.OverwriteByte(v, value)) << "overwrite at " << v;
+        ASSERT_EQ(done, twin.OverwriteByte(v, value)) << "overwrite at " << v;
         ASSERT_EQ(done, v < model.size());
         if (done) {
             model[static_cast<std::size_t>(v)] = value;
@@ -92,6 +110,7 @@ public:
     {
         const bool done = document.InsertByte(v, value);
         ASSERT_EQ(done, reference.InsertByte(v, value)) << "insert at " << v;
+        ASSERT_EQ(done, twin.InsertByte(v, value)) << "insert at " << v;
         ASSERT_EQ(done, v <= model.size());
         if (done) {
             model.insert(model.begin() + static_cast<std::ptrdiff_t>(v), value);
@@ -102,6 +121,7 @@ public:
     {
         const bool done = document.DeleteByte(v);
         ASSERT_EQ(done, reference.DeleteByte(v)) << "delete at " << v;
+        ASSERT_EQ(done, twin.DeleteByte(v)) << "delete at " << v;
         ASSERT_EQ(done, v < model.size());
         if (done) {
             model.erase(model.begin() + static_cast<std::ptrdiff_t>(v));
@@ -150,15 +170,32 @@ public:
                 Delete(size - 1);
             }
             break;
-        case EditMix::TailCutThenAppends:
-            if (roll < 30) {
-                Overwrite(PickOffset(size), PickValue());
-            } else if (document.insertedRuns.Empty() && size > 0 && roll < 70) {
-                Delete(size - 1);
-            } else {
-                Insert(size, PickValue());
-            }
+        case EditMix::AppendsAndTailCuts:
+            AppendOrCutTail(roll);
             break;
+        }
+    }
+
+    // Edits that keep the one run at the file's end and the deletions at its tail: cut the last file
+    // byte in front of the run, type anywhere in the run or behind it, take a byte out of the run, or
+    // overwrite. The trial's lean shifts the weight from typing to cutting, so that runs come out
+    // shorter than, as long as and longer than the cut.
+    void AppendOrCutTail(std::uint64_t roll)
+    {
+        const std::uint64_t size = model.size();
+        const std::uint64_t runLength = document.insertedRuns.TotalLength();
+        const std::uint64_t fileBytesShown = size - runLength;
+        const std::uint64_t cutUpTo = 35 + 15 * lean;
+        if (roll < 20) {
+            Overwrite(PickOffset(size), PickValue());
+        } else if (roll < cutUpTo) {
+            if (fileBytesShown > 0) {
+                Delete(fileBytesShown - 1);
+            }
+        } else if (roll < 90) {
+            Insert(fileBytesShown + Pick(runLength), PickValue());
+        } else if (runLength > 0) {
+            Delete(fileBytesShown + Pick(runLength - 1));
         }
     }
 
@@ -270,31 +307,48 @@ public:
         return std::nullopt;
     }
 
-    // The file on disk after any successful save: exactly the edited view.
-    std::vector<std::uint8_t> ExpectedOnDisk(bool) const { return model; }
+    // Saves `saved`, whose file is `name` in the folder, and checks that the file on disk then holds
+    // exactly what the document showed before: the model.
+    void SaveOneAndCheck(const TestFolder& folder, EditableDocument& saved, const std::string& name, bool viaTemporaryFile)
+    {
+        const bool modified = saved.IsModified();
+        const std::uint64_t createdBefore = FileOperationCalls(FileOperation::CreateNew);
+        ASSERT_TRUE(saved.Save()) << std::string(saved.lastError.begin(), saved.lastError.end());
+        ASSERT_EQ(FileOperationCalls(FileOperation::CreateNew) - createdBefore, modified && viaTemporaryFile ? 1u : 0u);
+        ASSERT_TRUE(saved.IsOpen());
+        ASSERT_FALSE(saved.IsModified());
+        ASSERT_TRUE(saved.lastError.empty());
+        const std::vector<std::uint8_t> disk = test::ReadWholeFile(folder.File(name));
+        ASSERT_EQ(disk.size(), model.size());
+        ASSERT_TRUE(disk == model);
+        ASSERT_EQ(saved.GetEditedSize(), disk.size());
+        ASSERT_TRUE(saved.Read(0, disk.size() + 1).bytes == disk);
+        ASSERT_TRUE(folder.TemporaryFiles().empty());
+        saved.Close();
+    }
 
-    void SaveAndCheck(const TestFolder& folder, int& temporarySaves, int& inPlaceSaves)
+    // The file itself by the path its edits choose, which must be in place for every mix but Mixed.
+    // When that is in place, the twin goes through a temporary file first, so that both paths write
+    // the same edits.
+    void SaveAndCheck(const TestFolder& folder, SaveTally& tally)
     {
         const bool viaTemporaryFile = document.SavesViaTemporaryFile();
-        const bool modified = document.IsModified();
-        const std::vector<std::uint8_t> expected = ExpectedOnDisk(viaTemporaryFile);
-        reference.file.Close();
-        const std::uint64_t createdBefore = FileOperationCalls(FileOperation::CreateNew);
-        ASSERT_TRUE(document.Save()) << std::string(document.lastError.begin(), document.lastError.end());
-        ASSERT_EQ(FileOperationCalls(FileOperation::CreateNew) - createdBefore, modified && viaTemporaryFile ? 1u : 0u);
-        if (modified) {
-            (viaTemporaryFile ? temporarySaves : inPlaceSaves)++;
+        ASSERT_TRUE(mix == EditMix::Mixed || !viaTemporaryFile);
+        if (!viaTemporaryFile) {
+            ASSERT_TRUE(twin.Read(0, model.size() + 1).bytes == model);
+            ASSERT_TRUE(twin.SavesViaTemporaryFile());
+            ASSERT_NO_FATAL_FAILURE(SaveOneAndCheck(folder, twin, twinName, true));
         }
-        ASSERT_TRUE(document.IsOpen());
-        ASSERT_FALSE(document.IsModified());
-        ASSERT_TRUE(document.lastError.empty());
-        const std::vector<std::uint8_t> disk = test::ReadWholeFile(folder.File(PathName()));
-        ASSERT_EQ(disk.size(), expected.size());
-        ASSERT_TRUE(disk == expected);
-        ASSERT_EQ(document.GetEditedSize(), disk.size());
-        ASSERT_TRUE(document.Read(0, disk.size() + 1).bytes == disk);
-        ASSERT_TRUE(folder.TemporaryFiles().empty());
-        document.Close();
+        if (document.IsModified()) {
+            (viaTemporaryFile ? tally.temporary : tally.inPlace)++;
+        }
+        const std::uint64_t runLength = document.insertedRuns.TotalLength();
+        const std::uint64_t cut = document.deletedOffsets.Count();
+        if (!viaTemporaryFile && runLength > 0 && cut > 0) {
+            (runLength < cut ? tally.runShorterThanCut : runLength == cut ? tally.runAsLongAsCut : tally.runLongerThanCut)++;
+        }
+        reference.file.Close();
+        ASSERT_NO_FATAL_FAILURE(SaveOneAndCheck(folder, document, PathName(), viaTemporaryFile));
     }
 
     std::string PathName() const
@@ -305,17 +359,20 @@ public:
 
     EditableDocument document;
     ReferenceDocument reference;
+    // The same edits on a copy of the file, opened by a path that is never saved in place.
+    EditableDocument twin;
     std::vector<std::uint8_t> model;
 
 private:
     std::mt19937_64 random;
     EditMix mix;
+    std::uint64_t lean = 0;
     std::vector<std::uint8_t> original;
     std::u16string path;
+    std::string twinName;
 };
 
-void RunTrial(const TestFolder& folder, std::uint32_t seed, std::uint64_t fileSize, EditMix mix, int edits,
-    int& temporarySaves, int& inPlaceSaves)
+void RunTrial(const TestFolder& folder, std::uint32_t seed, std::uint64_t fileSize, EditMix mix, int edits, SaveTally& tally)
 {
     SCOPED_TRACE("seed " + std::to_string(seed) + ", file size " + std::to_string(fileSize));
     ModelTrial trial(folder, seed, fileSize, mix);
@@ -328,40 +385,55 @@ void RunTrial(const TestFolder& folder, std::uint32_t seed, std::uint64_t fileSi
         }
     }
     ASSERT_NO_FATAL_FAILURE(trial.CheckSearches());
-    ASSERT_NO_FATAL_FAILURE(trial.SaveAndCheck(folder, temporarySaves, inPlaceSaves));
+    ASSERT_NO_FATAL_FAILURE(trial.SaveAndCheck(folder, tally));
 }
 
 TEST(EditableDocumentModel, RandomEditsOnSmallFilesMatchModelReferenceAndDisk)
 {
     TestFolder folder;
-    int temporarySaves = 0;
-    int inPlaceSaves = 0;
+    SaveTally tally;
     const EditMix mixes[] = {EditMix::Mixed, EditMix::Mixed, EditMix::OverwritesOnly, EditMix::OverwritesAndAppends,
-        EditMix::OverwritesAndTailCuts, EditMix::TailCutThenAppends};
+        EditMix::OverwritesAndTailCuts, EditMix::AppendsAndTailCuts};
     for (std::uint32_t seed = 1; seed <= 2000; ++seed) {
         const std::uint64_t sizes[] = {0, 1, 2, seed % 64, seed % 700};
         const std::uint64_t fileSize = sizes[seed % 5];
         const EditMix mix = mixes[seed % 6];
-        ASSERT_NO_FATAL_FAILURE(RunTrial(folder, seed, fileSize, mix, 10 + static_cast<int>(seed % 50),
-            temporarySaves, inPlaceSaves));
+        ASSERT_NO_FATAL_FAILURE(RunTrial(folder, seed, fileSize, mix, 10 + static_cast<int>(seed % 50), tally));
     }
-    EXPECT_GT(temporarySaves, 300);
-    EXPECT_GT(inPlaceSaves, 300);
+    EXPECT_GT(tally.temporary, 300);
+    EXPECT_GT(tally.inPlace, 300);
+}
+
+// An appended run and a cut tail pending together, the case where an in-place save must put the run
+// where it was shown rather than at the file's old end.
+TEST(EditableDocumentModel, AppendedRunsWithCutTailsMatchModelReferenceAndDiskByBothPaths)
+{
+    TestFolder folder;
+    SaveTally tally;
+    for (std::uint32_t seed = 50001; seed <= 50800; ++seed) {
+        const std::uint64_t sizes[] = {1, 2, 3 + seed % 16, seed % 700};
+        const std::uint64_t fileSize = sizes[seed % 4];
+        ASSERT_NO_FATAL_FAILURE(
+            RunTrial(folder, seed, fileSize, EditMix::AppendsAndTailCuts, 5 + static_cast<int>(seed % 40), tally));
+    }
+    EXPECT_EQ(tally.temporary, 0);
+    EXPECT_GT(tally.runShorterThanCut, 100);
+    EXPECT_GT(tally.runAsLongAsCut, 20);
+    EXPECT_GT(tally.runLongerThanCut, 100);
 }
 
 TEST(EditableDocumentModel, RandomEditsAroundTheBlockSeamMatchModelReferenceAndDisk)
 {
     TestFolder folder;
-    int temporarySaves = 0;
-    int inPlaceSaves = 0;
-    const EditMix mixes[] = {EditMix::Mixed, EditMix::OverwritesAndAppends, EditMix::Mixed, EditMix::TailCutThenAppends};
+    SaveTally tally;
+    const EditMix mixes[] = {EditMix::Mixed, EditMix::OverwritesAndAppends, EditMix::Mixed, EditMix::AppendsAndTailCuts};
     for (std::uint32_t seed = 9001; seed <= 9030; ++seed) {
         const std::uint64_t fileSize = MiB - 3 + seed % 7;
-        ASSERT_NO_FATAL_FAILURE(
-            RunTrial(folder, seed, fileSize, mixes[seed % 4], 60, temporarySaves, inPlaceSaves));
+        ASSERT_NO_FATAL_FAILURE(RunTrial(folder, seed, fileSize, mixes[seed % 4], 60, tally));
     }
-    EXPECT_GT(temporarySaves, 0);
-    EXPECT_GT(inPlaceSaves, 0);
+    EXPECT_GT(tally.temporary, 0);
+    EXPECT_GT(tally.inPlace, 0);
+    EXPECT_GT(tally.runShorterThanCut + tally.runAsLongAsCut + tally.runLongerThanCut, 0);
 }
 
 // Thousands of scattered edits, so that deletions, runs and run chunks fill many blocks of their
@@ -369,8 +441,7 @@ TEST(EditableDocumentModel, RandomEditsAroundTheBlockSeamMatchModelReferenceAndD
 TEST(EditableDocumentModel, ManyScatteredEditsMatchModelReferenceAndDisk)
 {
     TestFolder folder;
-    int temporarySaves = 0;
-    int inPlaceSaves = 0;
+    SaveTally tally;
     for (std::uint32_t seed = 40001; seed <= 40003; ++seed) {
         SCOPED_TRACE(seed);
         ModelTrial trial(folder, seed, 30000, EditMix::Mixed);
@@ -394,9 +465,9 @@ TEST(EditableDocumentModel, ManyScatteredEditsMatchModelReferenceAndDisk)
         ASSERT_GT(trial.document.insertedRuns.RunCount(), 300u);
         ASSERT_NO_FATAL_FAILURE(trial.CheckSizesAndContainers());
         ASSERT_TRUE(trial.document.Read(0, trial.model.size()).bytes == trial.model);
-        ASSERT_NO_FATAL_FAILURE(trial.SaveAndCheck(folder, temporarySaves, inPlaceSaves));
+        ASSERT_NO_FATAL_FAILURE(trial.SaveAndCheck(folder, tally));
     }
-    EXPECT_EQ(temporarySaves, 3);
+    EXPECT_EQ(tally.temporary, 3);
 }
 
 // After a failed save whose reopen also failed, the file is closed but the edits are kept; reads
