@@ -457,8 +457,10 @@ bool EditableDocument::SaveInPlace(const std::u16string& path, const ProgressCal
         first = next;
     }
     if (!insertedRuns.Empty()) {
+        // Any deletions here are the file's tail, so the run starts right behind the bytes that stay.
+        const std::uint64_t runOffset = fileSize - deletedOffsets.Count();
         const InsertedRuns::Run* run = insertedRuns.Find(fileSize);
-        if (run == nullptr || !WriteRun(target, fileSize - deletedOffsets.Count(), run->bytes)) {
+        if (run == nullptr || !WriteRun(target, runOffset, run->bytes)) {
             return fail();
         }
         Report(progress, total, total);
