@@ -57,8 +57,17 @@ void AppWindow::RegisterCommands()
     commands.Register(id(CommandId::FileSave), Command{name(CommandId::FileSave), openAndIdle, [this] { SaveFile(); }});
     commands.Register(id(CommandId::FileClose), Command{name(CommandId::FileClose), openAndIdle, [this] { CloseFile(); }});
     register_(CommandId::EditReadOnly, [this] { ToggleReadOnly(); });
-    register_(CommandId::ViewFind, [this] { CallIfSet(platform.findNext); });
-    register_(CommandId::ViewGoTo, [this] { CallIfSet(platform.goTo); });
+    // Without a file both stay enabled and return at once: there is nothing to search or go to.
+    register_(CommandId::ViewFind, [this] {
+        if (document.IsOpen()) {
+            CallIfSet(platform.findNext);
+        }
+    });
+    register_(CommandId::ViewGoTo, [this] {
+        if (document.IsOpen()) {
+            CallIfSet(platform.goTo);
+        }
+    });
     for (std::uint32_t value = 0; value < TextEncodingCount; ++value) {
         const auto encodingCommand = static_cast<CommandId>(id(CommandId::ViewEncodingAscii) + value);
         register_(encodingCommand, [this, value] { SetEncoding(static_cast<TextEncoding>(value)); });
