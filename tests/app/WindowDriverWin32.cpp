@@ -1,20 +1,61 @@
-// tolmo_window_driver: drives the program's windows from outside for the end-to-end test.
+// tolmo_window_driver: looks at and drives the program's windows from another process, as a user or
+// an accessibility tool could, for the end-to-end cases. Titles are matched exactly; every wait
+// polls the window list until its condition holds or TIMEOUT_MS has passed.
 //
-//   tolmo_window_driver wait CLASS TITLE TIMEOUT_MS
-//       Waits for a visible top-level window of that class and exact title. Prints its screen
-//       rectangle as "left top width height", then on a second line the text of a message box
-//       (empty for other windows).
-//   tolmo_window_driver close CLASS TITLE TIMEOUT_MS
-//       Waits for the window as above and posts it WM_CLOSE, as the close button would.
-//   tolmo_window_driver dismiss TITLE TIMEOUT_MS
+//   wait CLASS TITLE TIMEOUT_MS
+//       Waits for a visible top-level window of that class and title. Prints its screen rectangle
+//       as "left top width height", then on a second line the text of a message box (empty for
+//       other windows).
+//   wait-gone CLASS TITLE TIMEOUT_MS
+//       Waits until no visible top-level window of that class and title is left.
+//   wait-focus CLASS TITLE CHILD_CLASS TIMEOUT_MS
+//       Waits until the window is the foreground window, its thread is in no menu, and the
+//       keyboard focus of that thread is on a window of CHILD_CLASS. Keys sent then reach it.
+//   wait-idle CLASS TITLE TIMEOUT_MS
+//       Waits until the thread of the window is in no menu and takes its input: a message sent to
+//       the window comes back, so everything queued before has been handled.
+//   close CLASS TITLE TIMEOUT_MS
+//       Waits for the window and posts it WM_CLOSE, as the close button would.
+//   dismiss TITLE TIMEOUT_MS
 //       Waits for a message box with that caption and presses its OK button.
+//   buttons TITLE TIMEOUT_MS
+//       Waits for a message box with that caption and prints its buttons, one a line, in the order
+//       of their ids: "id text", the text without the access key's ampersand.
+//   click-button TITLE BUTTON TIMEOUT_MS
+//       Waits for a message box with that caption and clicks the button whose text, without the
+//       ampersand, is BUTTON.
+//   owner TITLE TIMEOUT_MS
+//       Waits for a message box with that caption and prints its owner window as
+//       "visible|hidden CLASS TITLE" ("none" without an owner).
+//   windows CLASS
+//       Prints every top-level window of the class, hidden ones too, one a line:
+//       "visible|hidden left top width height TITLE".
+//   children CLASS TITLE TIMEOUT_MS
+//       Prints every child window of the window: "CLASS id visible|hidden left top width height",
+//       the rectangle being the child's client area on the screen.
+//   menu CLASS TITLE TIMEOUT_MS
+//       Prints the window's menu bar as a tree, two blanks of indent a level, one item a line:
+//       "text [id N] [checked] [greyed] [separator]". Exit code 3 when the menu cannot be read
+//       from another process (Wine refuses that).
+//   reference-menu CLASS TITLE TIMEOUT_MS ITEM...
+//       Shows a window titled "Tolmo reference menu" of the same width as the given one, whose
+//       menu bar holds the ITEMs, without taking the activation. Prints two lines, "target L T W H"
+//       and "reference L T W H": where the menu bar of each stands on the screen, so that both can
+//       be photographed and compared. Runs until it gets WM_CLOSE or TIMEOUT_MS has passed.
+//   process CLASS TITLE TIMEOUT_MS
+//       Prints the process id of the window and its working set in bytes.
 //
-// Exit code 0 on success, 1 when no such window appeared in time, 2 for a bad command line.
+// Exit code 0 on success, 1 when no such window appeared in time, 2 for a bad command line,
+// 3 when a menu cannot be read.
 #include <windows.h>
+#include <psapi.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -22,12 +63,8 @@ constexpr wchar_t MessageBoxClass[] = L"#32770";
 // Message boxes keep their text in a static control of this id.
 constexpr int MessageBoxTextId = 0xFFFF;
 constexpr DWORD PollInterval = 50;
-
-struct Search {
-    const wchar_t* className = nullptr;
-    const wchar_t* title = nullptr;
-    HWND found = nullptr;
-};
+constexpr wchar_t ReferenceClass[] = L"Tolmo.ReferenceMenu";
+constexpr wchar_t ReferenceTitle[] = L"Tolmo reference menu";
 
 std::wstring TextOf(HWND window)
 {
@@ -44,31 +81,18 @@ std::wstring ClassOf(HWND window)
     return name;
 }
 
-BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter)
+std::wstring WithoutAmpersands(const std::wstring& text)
 {
-    auto* search = reinterpret_cast<Search*>(parameter);
-    if (IsWindowVisible(window) && ClassOf(window) == search->className && TextOf(window) == search->title) {
-        search->found = window;
-        return FALSE;
+    std::wstring plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'&' && i + 1 < text.size())
+            ++i;
+        plain += text[i];
     }
-    return TRUE;
+    return plain;
 }
 
-HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD timeout)
-{
-    const ULONGLONG deadline = GetTickCount64() + timeout;
-    for (;;) {
-        Search search{className, title, nullptr};
-        EnumWindows(&MatchWindow, reinterpret_cast<LPARAM>(&search));
-        if (search.found)
-            return search.found;
-        if (GetTickCount64() >= deadline)
-            return nullptr;
-        Sleep(PollInterval);
-    }
-}
-
-void PrintUtf8Line(const std::wstring& text)
+std::string Utf8(const std::wstring& text)
 {
     std::string utf8;
     if (!text.empty()) {
@@ -78,8 +102,73 @@ void PrintUtf8Line(const std::wstring& text)
         WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), utf8.data(), size, nullptr,
                             nullptr);
     }
+    return utf8;
+}
+
+void PrintUtf8Line(const std::wstring& text)
+{
+    const std::string utf8 = Utf8(text);
     std::fwrite(utf8.data(), 1, utf8.size(), stdout);
     std::fputc('\n', stdout);
+}
+
+void PrintRect(const char* label, const RECT& rect)
+{
+    if (label)
+        std::printf("%s ", label);
+    std::printf("%ld %ld %ld %ld\n", rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+}
+
+struct Search {
+    const wchar_t* className = nullptr;
+    const wchar_t* title = nullptr;
+    bool visibleOnly = true;
+    std::vector<HWND> found;
+};
+
+BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter)
+{
+    auto* search = reinterpret_cast<Search*>(parameter);
+    if (search->visibleOnly && !IsWindowVisible(window))
+        return TRUE;
+    if (ClassOf(window) != search->className)
+        return TRUE;
+    if (search->title && TextOf(window) != search->title)
+        return TRUE;
+    search->found.push_back(window);
+    return TRUE;
+}
+
+std::vector<HWND> FindWindows(const wchar_t* className, const wchar_t* title, bool visibleOnly)
+{
+    Search search{className, title, visibleOnly, {}};
+    EnumWindows(&MatchWindow, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+// Polls until condition() holds or the time is up; true when it held.
+template <typename Condition>
+bool WaitUntil(DWORD timeout, Condition condition)
+{
+    const ULONGLONG deadline = GetTickCount64() + timeout;
+    for (;;) {
+        if (condition())
+            return true;
+        if (GetTickCount64() >= deadline)
+            return false;
+        Sleep(PollInterval);
+    }
+}
+
+HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    HWND window = nullptr;
+    WaitUntil(timeout, [&] {
+        const auto found = FindWindows(className, title, true);
+        window = found.empty() ? nullptr : found.front();
+        return window != nullptr;
+    });
+    return window;
 }
 
 std::wstring MessageBoxText(HWND window)
@@ -101,9 +190,64 @@ int Wait(const wchar_t* className, const wchar_t* title, DWORD timeout)
         return NotFound(className, title);
     RECT rect{};
     GetWindowRect(window, &rect);
-    std::printf("%ld %ld %ld %ld\n", rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
+    PrintRect(nullptr, rect);
     PrintUtf8Line(MessageBoxText(window));
     return 0;
+}
+
+int WaitGone(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    if (WaitUntil(timeout, [&] { return FindWindows(className, title, true).empty(); }))
+        return 0;
+    std::fwprintf(stderr, L"tolmo_window_driver: a window of class %ls titled \"%ls\" is still there\n", className,
+                  title);
+    return 1;
+}
+
+bool InMenu(const GUITHREADINFO& info)
+{
+    return (info.flags & (GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE)) != 0 || info.hwndMenuOwner;
+}
+
+int WaitFocus(const wchar_t* className, const wchar_t* title, const wchar_t* childClass, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    const DWORD thread = GetWindowThreadProcessId(window, nullptr);
+    const bool ready = WaitUntil(timeout, [&] {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        if (GetForegroundWindow() != window || !GetGUIThreadInfo(thread, &info) || InMenu(info))
+            return false;
+        return info.hwndFocus && ClassOf(info.hwndFocus) == childClass;
+    });
+    if (ready)
+        return 0;
+    std::fwprintf(stderr, L"tolmo_window_driver: the keyboard focus did not reach a %ls in \"%ls\"\n", childClass,
+                  title);
+    return 1;
+}
+
+int WaitIdle(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    const DWORD thread = GetWindowThreadProcessId(window, nullptr);
+    const bool ready = WaitUntil(timeout, [&] {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        if (!GetGUIThreadInfo(thread, &info) || InMenu(info))
+            return false;
+        // A sent message is handled only between the window's own messages, after those queued.
+        DWORD_PTR answer = 0;
+        return SendMessageTimeoutW(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, PollInterval * 4, &answer) != 0;
+    });
+    if (ready)
+        return 0;
+    std::fwprintf(stderr, L"tolmo_window_driver: \"%ls\" did not become idle\n", title);
+    return 1;
 }
 
 int Close(const wchar_t* className, const wchar_t* title, DWORD timeout)
@@ -122,6 +266,227 @@ int Dismiss(const wchar_t* title, DWORD timeout)
     return PostMessageW(box, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0) ? 0 : 1;
 }
 
+std::vector<std::pair<int, HWND>> ButtonsOf(HWND box)
+{
+    std::vector<std::pair<int, HWND>> buttons;
+    for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (_wcsicmp(ClassOf(child).c_str(), L"Button") == 0 && IsWindowVisible(child))
+            buttons.emplace_back(GetDlgCtrlID(child), child);
+    }
+    std::sort(buttons.begin(), buttons.end(),
+              [](const auto& left, const auto& right) { return left.first < right.first; });
+    return buttons;
+}
+
+int Buttons(const wchar_t* title, DWORD timeout)
+{
+    HWND box = WaitForWindow(MessageBoxClass, title, timeout);
+    if (!box)
+        return NotFound(MessageBoxClass, title);
+    for (const auto& [id, button] : ButtonsOf(box)) {
+        std::printf("%d ", id);
+        PrintUtf8Line(WithoutAmpersands(TextOf(button)));
+    }
+    return 0;
+}
+
+int ClickButton(const wchar_t* title, const wchar_t* text, DWORD timeout)
+{
+    HWND box = WaitForWindow(MessageBoxClass, title, timeout);
+    if (!box)
+        return NotFound(MessageBoxClass, title);
+    for (const auto& [id, button] : ButtonsOf(box)) {
+        if (WithoutAmpersands(TextOf(button)) == text)
+            return PostMessageW(button, BM_CLICK, 0, 0) ? 0 : 1;
+    }
+    std::fwprintf(stderr, L"tolmo_window_driver: the box \"%ls\" has no button \"%ls\"\n", title, text);
+    return 1;
+}
+
+int Owner(const wchar_t* title, DWORD timeout)
+{
+    HWND box = WaitForWindow(MessageBoxClass, title, timeout);
+    if (!box)
+        return NotFound(MessageBoxClass, title);
+    HWND owner = GetWindow(box, GW_OWNER);
+    if (!owner) {
+        std::puts("none");
+        return 0;
+    }
+    std::printf("%s ", IsWindowVisible(owner) ? "visible" : "hidden");
+    PrintUtf8Line(ClassOf(owner) + L" " + TextOf(owner));
+    return 0;
+}
+
+int Windows(const wchar_t* className)
+{
+    for (HWND window : FindWindows(className, nullptr, false)) {
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        std::printf("%s %ld %ld %ld %ld ", IsWindowVisible(window) ? "visible" : "hidden", rect.left, rect.top,
+                    rect.right - rect.left, rect.bottom - rect.top);
+        PrintUtf8Line(TextOf(window));
+    }
+    return 0;
+}
+
+BOOL CALLBACK PrintChild(HWND child, LPARAM)
+{
+    RECT client{};
+    GetClientRect(child, &client);
+    POINT origin{0, 0};
+    ClientToScreen(child, &origin);
+    std::printf("%s %d %s %ld %ld %ld %ld\n", Utf8(ClassOf(child)).c_str(), GetDlgCtrlID(child),
+                IsWindowVisible(child) ? "visible" : "hidden", origin.x, origin.y, client.right, client.bottom);
+    return TRUE;
+}
+
+int Children(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    EnumChildWindows(window, &PrintChild, 0);
+    return 0;
+}
+
+bool PrintMenu(HMENU menu, int depth)
+{
+    const int count = GetMenuItemCount(menu);
+    if (count < 0)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        wchar_t text[512] = {};
+        MENUITEMINFOW item{};
+        item.cbSize = sizeof item;
+        item.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
+        item.dwTypeData = text;
+        item.cch = 511;
+        if (!GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item))
+            return false;
+        std::string line(static_cast<std::size_t>(depth) * 2, ' ');
+        line += Utf8(text);
+        if (item.fType & MFT_SEPARATOR)
+            line += " [separator]";
+        else if (!item.hSubMenu)
+            line += " [id " + std::to_string(item.wID) + "]";
+        if (item.fState & MFS_CHECKED)
+            line += " [checked]";
+        if (item.fState & MFS_GRAYED)
+            line += " [greyed]";
+        std::puts(line.c_str());
+        if (item.hSubMenu && !PrintMenu(item.hSubMenu, depth + 1))
+            return false;
+    }
+    return true;
+}
+
+int Menu(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    HMENU menu = GetMenu(window);
+    if (!menu || !PrintMenu(menu, 0)) {
+        std::fwprintf(stderr, L"tolmo_window_driver: the menu of \"%ls\" cannot be read from here (error %lu)\n",
+                      title, GetLastError());
+        return 3;
+    }
+    return 0;
+}
+
+LRESULT CALLBACK ReferenceProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_DESTROY) {
+        PostQuitMessage(0);
+        return 0;
+    }
+    return DefWindowProcW(window, message, wParam, lParam);
+}
+
+int ReferenceMenu(const wchar_t* className, const wchar_t* title, DWORD timeout, int count, wchar_t** items)
+{
+    HWND target = WaitForWindow(className, title, timeout);
+    if (!target)
+        return NotFound(className, title);
+    RECT targetRect{};
+    GetWindowRect(target, &targetRect);
+
+    WNDCLASSW windowClass{};
+    windowClass.lpfnWndProc = &ReferenceProc;
+    windowClass.hInstance = GetModuleHandleW(nullptr);
+    windowClass.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
+    windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
+    windowClass.lpszClassName = ReferenceClass;
+    RegisterClassW(&windowClass);
+
+    HMENU bar = CreateMenu();
+    for (int i = 0; i < count; ++i) {
+        // Popups, like the program's top-level items, so that both are drawn alike.
+        HMENU popup = CreatePopupMenu();
+        AppendMenuW(popup, MF_STRING, 1, L"-");
+        AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), items[i]);
+    }
+    // Above the target when there is room, else below it, never over it.
+    const int width = targetRect.right - targetRect.left;
+    const int height = 120;
+    const int top = targetRect.top >= height ? 0 : GetSystemMetrics(SM_CYSCREEN) - height;
+    HWND reference = CreateWindowExW(WS_EX_NOACTIVATE, ReferenceClass, ReferenceTitle, WS_OVERLAPPEDWINDOW,
+                                     targetRect.left, top, width, height, nullptr, bar, windowClass.hInstance,
+                                     nullptr);
+    if (!reference)
+        return 1;
+    ShowWindow(reference, SW_SHOWNOACTIVATE);
+    UpdateWindow(reference);
+    DrawMenuBar(reference);
+
+    MENUBARINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetMenuBarInfo(reference, OBJID_MENU, 0, &info))
+        return 1;
+    POINT referenceOrigin{0, 0};
+    ClientToScreen(reference, &referenceOrigin);
+    POINT targetOrigin{0, 0};
+    ClientToScreen(target, &targetOrigin);
+    // The same frame style puts the bar at the same place above the client area of either window.
+    RECT onTarget = info.rcBar;
+    OffsetRect(&onTarget, targetOrigin.x - referenceOrigin.x, targetOrigin.y - referenceOrigin.y);
+    PrintRect("target", onTarget);
+    PrintRect("reference", info.rcBar);
+    std::fflush(stdout);
+
+    SetTimer(reference, 1, timeout, nullptr);
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (message.message == WM_TIMER && message.hwnd == reference) {
+            DestroyWindow(reference);
+            continue;
+        }
+        TranslateMessage(&message);
+        DispatchMessageW(&message);
+    }
+    return 0;
+}
+
+int Process(const wchar_t* className, const wchar_t* title, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    DWORD processId = 0;
+    GetWindowThreadProcessId(window, &processId);
+    SIZE_T workingSet = 0;
+    if (HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION | PROCESS_VM_READ, FALSE, processId)) {
+        PROCESS_MEMORY_COUNTERS counters{};
+        counters.cb = sizeof counters;
+        if (GetProcessMemoryInfo(process, &counters, sizeof counters))
+            workingSet = counters.WorkingSetSize;
+        CloseHandle(process);
+    }
+    std::printf("%lu %llu\n", processId, static_cast<unsigned long long>(workingSet));
+    return 0;
+}
+
 DWORD ParseTimeout(const wchar_t* text)
 {
     return static_cast<DWORD>(std::wcstoul(text, nullptr, 10));
@@ -129,7 +494,13 @@ DWORD ParseTimeout(const wchar_t* text)
 
 int Usage()
 {
-    std::fputs("usage: tolmo_window_driver wait|close CLASS TITLE TIMEOUT_MS | dismiss TITLE TIMEOUT_MS\n", stderr);
+    std::fputs("usage: tolmo_window_driver wait|wait-gone|wait-idle|close|children|menu|process CLASS TITLE TIMEOUT_MS\n"
+               "       tolmo_window_driver wait-focus CLASS TITLE CHILD_CLASS TIMEOUT_MS\n"
+               "       tolmo_window_driver dismiss|buttons|owner TITLE TIMEOUT_MS\n"
+               "       tolmo_window_driver click-button TITLE BUTTON TIMEOUT_MS\n"
+               "       tolmo_window_driver windows CLASS\n"
+               "       tolmo_window_driver reference-menu CLASS TITLE TIMEOUT_MS ITEM...\n",
+               stderr);
     return 2;
 }
 
@@ -144,9 +515,31 @@ int wmain(int argc, wchar_t** argv)
     const std::wstring command = argv[1];
     if (command == L"wait" && argc == 5)
         return Wait(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"wait-gone" && argc == 5)
+        return WaitGone(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"wait-focus" && argc == 6)
+        return WaitFocus(argv[2], argv[3], argv[4], ParseTimeout(argv[5]));
+    if (command == L"wait-idle" && argc == 5)
+        return WaitIdle(argv[2], argv[3], ParseTimeout(argv[4]));
     if (command == L"close" && argc == 5)
         return Close(argv[2], argv[3], ParseTimeout(argv[4]));
     if (command == L"dismiss" && argc == 4)
         return Dismiss(argv[2], ParseTimeout(argv[3]));
+    if (command == L"buttons" && argc == 4)
+        return Buttons(argv[2], ParseTimeout(argv[3]));
+    if (command == L"click-button" && argc == 5)
+        return ClickButton(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"owner" && argc == 4)
+        return Owner(argv[2], ParseTimeout(argv[3]));
+    if (command == L"windows" && argc == 3)
+        return Windows(argv[2]);
+    if (command == L"children" && argc == 5)
+        return Children(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"menu" && argc == 5)
+        return Menu(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"reference-menu" && argc >= 6)
+        return ReferenceMenu(argv[2], argv[3], ParseTimeout(argv[4]), argc - 5, argv + 5);
+    if (command == L"process" && argc == 5)
+        return Process(argv[2], argv[3], ParseTimeout(argv[4]));
     return Usage();
 }
