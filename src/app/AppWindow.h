@@ -75,6 +75,10 @@ public:
     void ApplyStatusBarTheme();
     std::u16string BuildStatusText();
     MenuItem BuildMenu();
+    // Progress of a search the find flow runs on this thread: throttled as a save's, shown in the
+    // status bar with messages pumped. The end of the search shows the file again.
+    void ReportSearchProgress(std::uint64_t processed, std::uint64_t total);
+    void EndSearchProgress();
     const std::u16string& StatusText() const { return statusText; }
     StatusBarColors StatusColors() const;
 

@@ -65,6 +65,27 @@ void AppWindow::RefreshStatusBar()
     }
 }
 
+void AppWindow::ReportSearchProgress(std::uint64_t processed, std::uint64_t total)
+{
+    const std::uint64_t now = platform.tickCount ? platform.tickCount() : 0;
+    if (!searchProgress.Report(processed, total, now, Tr("status.searching"))) {
+        return;
+    }
+    RefreshStatusBar();
+    if (platform.updateStatusBarNow) {
+        platform.updateStatusBarNow();
+    }
+    if (platform.pumpMessages) {
+        platform.pumpMessages();
+    }
+}
+
+void AppWindow::EndSearchProgress()
+{
+    searchProgress.Reset();
+    RefreshStatusBar();
+}
+
 StatusBarColors AppWindow::StatusColors() const
 {
     return StatusBarColorsFor(hexView.GetTheme(), readOnlyWarning.Active());
