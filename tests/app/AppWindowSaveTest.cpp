@@ -3,6 +3,7 @@
 #include "AppWindowFixture.h"
 
 #include "document/FileFaults.h"
+#include "hexview/VirtualKey.h"
 
 #include <cerrno>
 
@@ -17,8 +18,6 @@ constexpr std::uint32_t AccessDenied = 5;
 #else
 constexpr std::uint32_t AccessDenied = EACCES;
 #endif
-
-constexpr std::uint32_t VirtualKeyInsert = 0x2D;
 
 // Every popup title and every plain item below the bar is greyed.
 bool AllGreyed(const MenuItem& menu)
@@ -102,7 +101,7 @@ TEST_F(AppWindowSaveTest, SavingThroughATemporaryFileWritesWhatWasShownAndTakesT
     const std::u16string path = WriteFile("moved.bin", {1, 2, 3, 4});
     OpenFile(path);
     ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::EditReadOnly)));
-    app.View().OnKeyDown(VirtualKeyInsert, false);
+    app.View().OnKeyDown(VirtualKey::Insert, false);
     TypeHex(u"CD");
     DeliverViewMessages();
     ASSERT_TRUE(app.Document().SavesViaTemporaryFile());
