@@ -325,7 +325,10 @@ TEST_F(AppWindowCommandsTest, ALanguageCommandAppliesAtOnce)
     Localizer english(RepositoryRoot());
     english.SetLanguage(u"en-US");
     ASSERT_NE(german.Tr("menu.file"), english.Tr("menu.file"));
+    const std::uint64_t requestsBefore = app.Inspector().CurrentGeneration();
     ASSERT_TRUE(app.ExecuteCommand(1304));
+    // The inspector's texts are in the language too, so it is asked again.
+    EXPECT_GT(app.Inspector().CurrentGeneration(), requestsBefore);
     EXPECT_EQ(app.Settings().language, u"de-DE");
     EXPECT_EQ(StoredSettings().language, u"de-DE");
     ASSERT_FALSE(Bar().children.empty());
