@@ -44,21 +44,10 @@ std::size_t CharacterWidth(const DoubleByteScheme& scheme, std::span<const std::
     return scheme.IsLead(bytes[0]) && bytes.size() > 1 && scheme.IsTrail(bytes[1]) ? 2 : 1;
 }
 
-constexpr DoubleByteScheme MakeScheme(std::uint32_t codePage, bool (*isLead)(std::uint8_t), bool (*isTrail)(std::uint8_t))
-{
-    DoubleByteScheme scheme;
-    scheme.codePage = codePage;
-    for (int byte = 0; byte < 256; ++byte) {
-        scheme.lead[byte] = isLead(static_cast<std::uint8_t>(byte));
-        scheme.trail[byte] = isTrail(static_cast<std::uint8_t>(byte));
-    }
-    return scheme;
-}
-
-constexpr DoubleByteScheme Windows949Scheme = MakeScheme(949, IsHighLead, IsWindows949Trail);
-constexpr DoubleByteScheme EucKrScheme = MakeScheme(51949, IsEucKrByte, IsEucKrByte);
-constexpr DoubleByteScheme Big5Scheme = MakeScheme(950, IsHighLead, IsBig5Trail);
-constexpr DoubleByteScheme GbkScheme = MakeScheme(936, IsHighLead, IsGbkTrail);
+constexpr DoubleByteScheme Windows949Scheme = MakeDoubleByteScheme(949, IsHighLead, IsWindows949Trail);
+constexpr DoubleByteScheme EucKrScheme = MakeDoubleByteScheme(51949, IsEucKrByte, IsEucKrByte);
+constexpr DoubleByteScheme Big5Scheme = MakeDoubleByteScheme(950, IsHighLead, IsBig5Trail);
+constexpr DoubleByteScheme GbkScheme = MakeDoubleByteScheme(936, IsHighLead, IsGbkTrail);
 
 } // namespace
 

@@ -12,8 +12,9 @@
 
 namespace tlm {
 
-// The four double-byte encodings that share one engine: Windows-949, EUC-KR, Big5 and GBK. The lead and
-// trail tests are tables because the look-back scan asks them for thousands of bytes a row.
+// The code page and the lead and trail tests of a double-byte encoding. The tests are tables because the
+// look-back scan asks them for thousands of bytes a row. Windows-949, EUC-KR, Big5 and GBK share the
+// engine below; Shift_JIS walks a row its own way but finds where to start with the same scan.
 struct DoubleByteScheme {
     std::uint32_t codePage = 0;
     std::array<bool, 256> lead{};
@@ -23,7 +24,20 @@ struct DoubleByteScheme {
     bool IsTrail(std::uint8_t byte) const { return trail[byte]; }
 };
 
-// The scheme of `encoding`, or nothing when it is not one of the four.
+// Fills the tables from the two tests.
+constexpr DoubleByteScheme MakeDoubleByteScheme(
+    std::uint32_t codePage, bool (*isLead)(std::uint8_t), bool (*isTrail)(std::uint8_t))
+{
+    DoubleByteScheme scheme;
+    scheme.codePage = codePage;
+    for (int byte = 0; byte < 256; ++byte) {
+        scheme.lead[byte] = isLead(static_cast<std::uint8_t>(byte));
+        scheme.trail[byte] = isTrail(static_cast<std::uint8_t>(byte));
+    }
+    return scheme;
+}
+
+// The scheme of `encoding` when it is one of the four that share the engine, else nothing.
 const DoubleByteScheme* DoubleByteSchemeFor(TextEncoding encoding);
 
 // How far the resynchronising scan looks in front of a row: a fixed bound that keeps painting
