@@ -22,6 +22,12 @@ bool IsShiftJisTrailByte(std::uint8_t byte)
     return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC);
 }
 
+const DoubleByteScheme& ShiftJisScheme()
+{
+    static const DoubleByteScheme scheme = MakeDoubleByteScheme(ShiftJisCodePage, IsShiftJisLeadByte, IsShiftJisTrailByte);
+    return scheme;
+}
+
 std::optional<DecodedCharacter> DecodeShiftJisCharacter(std::span<const std::uint8_t> bytes)
 {
     if (bytes.empty()) {
@@ -41,7 +47,7 @@ std::optional<DecodedCharacter> DecodeShiftJisCharacter(std::span<const std::uin
 std::vector<std::u16string> DecodeShiftJisRow(const RowDecodeBuffer& buffer)
 {
     std::vector<std::u16string> cells(buffer.RowSize());
-    std::size_t position = 0;
+    std::size_t position = FindDoubleByteRowStart(ShiftJisScheme(), buffer);
     while (position < buffer.rowEnd) {
         const std::span<const std::uint8_t> rest = buffer.From(position);
         std::optional<DecodedCharacter> decoded = DecodeShiftJisCharacter(rest);

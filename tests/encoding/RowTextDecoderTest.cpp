@@ -29,6 +29,15 @@ Bytes Repeat(std::uint8_t byte, std::size_t count)
     return Bytes(count, byte);
 }
 
+Bytes RepeatPair(std::uint8_t first, std::uint8_t second, std::size_t count)
+{
+    Bytes pairs;
+    for (std::size_t i = 0; i < count; ++i) {
+        pairs.insert(pairs.end(), {first, second});
+    }
+    return pairs;
+}
+
 Cells RowOf(const CheckedDocument& document, std::uint64_t offset, TextEncoding encoding)
 {
     const Bytes row = document.RowAt(offset);
@@ -212,6 +221,50 @@ TEST(RowTextDecoder, ShiftJisUndecodablePairIsSteppedOverAsAPair)
 TEST(RowTextDecoder, ShiftJisLeadWithABadTrailIsAFillerAndTheTrailStandsAlone)
 {
     EXPECT_EQ(RowOf(Bytes{0x82, 0x20, 'a'}, 0, TextEncoding::ShiftJis), (Cells{u".", u" ", u"a"}));
+}
+
+TEST(RowTextDecoder, ShiftJisRowInsideARunOfPairsWhoseTrailsAreLeadsStartsInStep)
+{
+    // 88 9F is one character, and 9F is a lead too: the byte in front of row 16 would pair with the
+    // row's first byte.
+    const Cells row = RowOf(RepeatPair(0x88, 0x9F, 20), 16, TextEncoding::ShiftJis);
+    ASSERT_EQ(row.size(), 16u);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        EXPECT_EQ(row[i], i % 2 == 0 ? u"\u4E9C" : u"") << i;
+    }
+}
+
+TEST(RowTextDecoder, ShiftJisRowStartingOnATrailThatIsALeadLeavesItsFirstCellEmpty)
+{
+    const CheckedDocument document(Join({{'a'}, RepeatPair(0x88, 0x9F, 10), Repeat('b', 2)}));
+    EXPECT_EQ(RowOf(document, 0, TextEncoding::ShiftJis)[15], u"\u4E9C");
+    const Cells row = RowOf(document, 16, TextEncoding::ShiftJis);
+    EXPECT_EQ(row, (Cells{u"", u"\u4E9C", u"", u"\u4E9C", u"", u"b", u"b"}));
+}
+
+TEST(RowTextDecoder, ShiftJisHalfWidthKatakanaInFrontOfARowAreSingleCharacters)
+{
+    // B1 may follow a lead as its trail, but it is no lead itself: the scan steps over it alone.
+    const CheckedDocument document(Join({Repeat(0xB1, 15), {0x88, 0x9F}, {0xB1, 0xB1}}));
+    EXPECT_EQ(RowOf(document, 0, TextEncoding::ShiftJis)[14], u"\uFF71");
+    EXPECT_EQ(RowOf(document, 0, TextEncoding::ShiftJis)[15], u"\u4E9C");
+    EXPECT_EQ(RowOf(document, 16, TextEncoding::ShiftJis), (Cells{u"", u"\uFF71", u"\uFF71"}));
+}
+
+TEST(RowTextDecoder, ShiftJisUndecodablePairAcrossTheRowStartCoversTheRowsFirstCell)
+{
+    const CheckedDocument document(Join({Repeat('a', 15), {0x85, 0x40}, Repeat('b', 2)}));
+    EXPECT_EQ(RowOf(document, 0, TextEncoding::ShiftJis)[15], u".");
+    EXPECT_EQ(RowOf(document, 16, TextEncoding::ShiftJis), (Cells{u"", u"b", u"b"}));
+}
+
+TEST(RowTextDecoder, ShiftJisScanLooksNoFurtherThan4096BytesBackAndOneByteAhead)
+{
+    const CheckedDocument document(Repeat(0x88, 10000));
+    const Cells row = RowOf(document, 8192, TextEncoding::ShiftJis);
+    EXPECT_EQ(document.lowestRead, 8192u - 4096u);
+    EXPECT_EQ(document.highestReadEnd, 8192u + 17u);
+    EXPECT_EQ(row.size(), 16u);
 }
 
 // --- Windows-949, EUC-KR, Big5, GBK ---
