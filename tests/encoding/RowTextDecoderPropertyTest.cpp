@@ -4,13 +4,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <span>
+#include <string>
 
 namespace tlm {
 namespace {
 
 using test::CheckedDocument;
 using Bytes = std::vector<std::uint8_t>;
+using Cells = std::vector<std::u16string>;
 
 constexpr std::uint64_t RowWidth = 16;
 // The longest look-back of any encoding, the double-byte scan, and the longest look-ahead, ISCII's.
@@ -42,6 +49,88 @@ void CheckRow(const CheckedDocument& document, std::uint64_t rowOffset, TextEnco
     if (document.highestReadEnd > 0) {
         EXPECT_GE(document.lowestRead + LongestLookBack, rowOffset);
         EXPECT_LE(document.highestReadEnd, rowOffset + row.size() + LongestLookAhead);
+    }
+}
+
+// Japanese text in Shift_JIS: the translations of a large message catalogue, a few hundred kilobytes,
+// made by tests/encoding/corpus/make-shift-jis-corpus.
+Bytes ReadShiftJisCorpus()
+{
+    const std::filesystem::path path =
+        std::filesystem::path(TOLMO_SOURCE_DIR) / "tests" / "encoding" / "corpus" / "postgres-messages-ja.sjis";
+    std::ifstream stream(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+}
+
+bool IsShiftJisLead(std::uint8_t byte)
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+bool IsShiftJisTrail(std::uint8_t byte)
+{
+    return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC);
+}
+
+std::size_t ShiftJisWidthAt(const Bytes& text, std::size_t position)
+{
+    return IsShiftJisLead(text[position]) && position + 1 < text.size() && IsShiftJisTrail(text[position + 1]) ? 2 : 1;
+}
+
+// The Shift_JIS cells of a whole text, in one walk from its first byte, character by character; a
+// well-formed pair that does not decode is stepped over as a pair.
+Cells DecodeWholeShiftJisText(const Bytes& text)
+{
+    Cells cells(text.size());
+    std::size_t position = 0;
+    while (position < text.size()) {
+        const auto decoded = DecodeCharacterAt(TextEncoding::ShiftJis, std::span<const std::uint8_t>(text).subspan(position));
+        cells[position] = decoded ? decoded->text : u".";
+        position += decoded ? decoded->consumed : ShiftJisWidthAt(text, position);
+    }
+    return cells;
+}
+
+// Each row of `content`, decoded from the document as the view does, against the same cells cut from
+// the whole text's decoding. Gives the number of rows that differ; reads stay within the bound.
+std::size_t CountShiftJisRowsOutOfStep(const Bytes& content)
+{
+    const Cells whole = DecodeWholeShiftJisText(content);
+    const CheckedDocument document(content);
+    std::size_t outOfStep = 0;
+    for (std::uint64_t rowOffset = 0; rowOffset < content.size(); rowOffset += RowWidth) {
+        const Bytes row = document.RowAt(rowOffset);
+        document.lowestRead = UINT64_MAX;
+        document.highestReadEnd = 0;
+        const Cells cells = DecodeRowText(&document, rowOffset, row, TextEncoding::ShiftJis);
+        EXPECT_GE(document.lowestRead + LongestLookBack, rowOffset);
+        EXPECT_LE(document.highestReadEnd, rowOffset + row.size() + 1);
+        const auto first = whole.begin() + static_cast<std::ptrdiff_t>(rowOffset);
+        if (!std::equal(cells.begin(), cells.end(), first, first + static_cast<std::ptrdiff_t>(row.size()))) {
+            ++outOfStep;
+        }
+    }
+    EXPECT_EQ(document.outOfRangeReads, 0);
+    return outOfStep;
+}
+
+TEST(RowTextDecoderProperty, ShiftJisRowsOfRealJapaneseTextMatchTheWholeTextsDecoding)
+{
+    const Bytes corpus = ReadShiftJisCorpus();
+    ASSERT_GT(corpus.size(), 200000u) << "the Shift_JIS corpus is missing; tests/encoding/corpus/make-shift-jis-corpus makes it";
+    std::size_t pairedBytes = 0;
+    for (std::size_t position = 0, width = 0; position < corpus.size(); position += width) {
+        width = ShiftJisWidthAt(corpus, position);
+        pairedBytes += width == 2 ? 2 : 0;
+    }
+    // Mostly double-byte text, or the rows would rarely have anything to fall out of step with.
+    ASSERT_GT(pairedBytes * 2, corpus.size());
+    // One byte in front shifts every pair's place against the rows.
+    for (const std::size_t shift : {0, 1}) {
+        Bytes content(shift, 'a');
+        content.insert(content.end(), corpus.begin(), corpus.end());
+        const std::size_t rows = (content.size() + RowWidth - 1) / RowWidth;
+        EXPECT_EQ(CountShiftJisRowsOutOfStep(content), 0u) << "of " << rows << " rows, shifted by " << shift;
     }
 }
 
