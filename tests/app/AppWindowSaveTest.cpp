@@ -115,7 +115,7 @@ TEST_F(AppWindowSaveTest, SavingThroughATemporaryFileWritesWhatWasShownAndTakesT
     EXPECT_TRUE(app.Document().IsOpen());
 }
 
-TEST_F(AppWindowSaveTest, ASaveRunsItsStepsInTheToldOrder)
+TEST_F(AppWindowSaveTest, ASaveRunsItsStepsInOrder)
 {
     ASSERT_TRUE(Start());
     OpenModified("steps.bin", {1, 2, 3, 4});

@@ -33,7 +33,7 @@ std::size_t LastIndexBefore(const std::vector<std::string>& calls, std::string_v
     return found;
 }
 
-TEST_F(AppWindowStartupTest, StartUpRunsItsStepsInTheToldOrder)
+TEST_F(AppWindowStartupTest, StartUpRunsItsStepsInOrder)
 {
     ASSERT_TRUE(Start());
     const std::vector<std::string> steps{"executableFolder", "settingsPath", "initCommonControls",
@@ -357,7 +357,7 @@ TEST_F(AppWindowStartupTest, TheWorkersStartAfterTheWindowIsSizedAndBeforeTheAcc
     EXPECT_EQ(answeredBeforeAccelerators, std::optional<bool>(true));
 }
 
-TEST_F(AppWindowStartupTest, DestroyStopsTheWorkersAndTearsDownInTheToldOrder)
+TEST_F(AppWindowStartupTest, DestroyStopsTheWorkersAndTearsDownInOrder)
 {
     ASSERT_TRUE(Start());
     ASSERT_TRUE(results.WaitForPosted(AppMessage::InspectorResult, 1));
