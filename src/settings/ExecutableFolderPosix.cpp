@@ -27,13 +27,4 @@ std::optional<std::u16string> ExecutableFolder(std::u16string& error)
     return Text(program.parent_path());
 }
 
-std::optional<std::u16string> CurrentFolder()
-{
-    std::error_code code;
-    const std::filesystem::path folder = std::filesystem::current_path(code);
-    if (code)
-        return std::nullopt;
-    return Text(folder);
-}
-
 } // namespace tlm

@@ -60,16 +60,4 @@ std::optional<std::u16string> ExecutableFolder(std::u16string& error)
     return path;
 }
 
-std::optional<std::u16string> CurrentFolder()
-{
-    const DWORD needed = GetCurrentDirectoryW(0, nullptr);
-    if (needed == 0)
-        return std::nullopt;
-    std::vector<wchar_t> buffer(needed);
-    const DWORD length = GetCurrentDirectoryW(needed, buffer.data());
-    if (length == 0 || length >= needed)
-        return std::nullopt;
-    return Text(buffer.data(), length);
-}
-
 } // namespace tlm
