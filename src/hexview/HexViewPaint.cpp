@@ -39,7 +39,7 @@ public:
 
     void Text(std::u16string_view text, const PaintRect& box, PaletteRole color)
     {
-        PaintOperation operation{PaintKind::DrawText, color, box};
+        PaintOperation operation{PaintKind::DrawTextInBox, color, box};
         AddText(operation, text);
     }
 

@@ -18,7 +18,7 @@ enum class PaintKind : std::uint8_t {
     DrawRectangle,  // the outline of `rect`, `strokeWidth` wide
     PushClip,       // clip to `rect`, aliased, until the matching PopClip
     PopClip,
-    DrawText,       // the text in the box `rect`, natural measuring mode, colour fonts on
+    DrawTextInBox,  // the text in the box `rect`, natural measuring mode, colour fonts on
     DrawTextLayout, // the text laid out at (rect.left, rect.top) in maxWidth by maxHeight, colour fonts on
 };
 
@@ -46,13 +46,13 @@ struct PaintRect {
 struct PaintOperation {
     PaintKind kind = PaintKind::Clear;
     PaletteRole color = PaletteRole::Background;
-    // The box of a fill, outline, clip or DrawText. For a layout the origin and the corner that its
+    // The box of a fill, outline, clip or DrawTextInBox. For a layout the origin and the corner that its
     // maximum size reaches.
     PaintRect rect;
     float strokeWidth = 0.0f; // outlines
     float maxWidth = 0.0f;    // layouts
     float maxHeight = 0.0f;   // layouts
-    // The text of DrawText and DrawTextLayout, as a range of HexViewPaint::text.
+    // The text of DrawTextInBox and DrawTextLayout, as a range of HexViewPaint::text.
     std::uint32_t textStart = 0;
     std::uint32_t textLength = 0;
 };

@@ -395,8 +395,8 @@ TEST_F(HexViewPaintTest, RowLayersComeAsSelectionCaretOffsetHexText)
     EXPECT_EQ(row.selection->operations.size(), 6u);
     EXPECT_EQ(CountKind(row.selection->operations, PaintKind::DrawRectangle), 0);
     EXPECT_EQ(CountKind(row.caret->operations, PaintKind::DrawRectangle), 2);
-    EXPECT_EQ(CountKind(row.offset.operations, PaintKind::DrawText), 9);
-    EXPECT_EQ(CountKind(row.hex.operations, PaintKind::DrawText), 16);
+    EXPECT_EQ(CountKind(row.offset.operations, PaintKind::DrawTextInBox), 9);
+    EXPECT_EQ(CountKind(row.hex.operations, PaintKind::DrawTextInBox), 16);
     EXPECT_EQ(CountKind(row.text.operations, PaintKind::DrawTextLayout), 16);
 }
 
@@ -428,7 +428,7 @@ TEST_F(HexViewPaintTest, OffsetIsDrawnOneCharacterACell)
     ASSERT_EQ(characters.size(), 9u);
     const std::u16string expected = u"00000010:";
     for (std::size_t k = 0; k < characters.size(); ++k) {
-        EXPECT_EQ(characters[k].kind, PaintKind::DrawText);
+        EXPECT_EQ(characters[k].kind, PaintKind::DrawTextInBox);
         EXPECT_EQ(characters[k].color, PaletteRole::OffsetText);
         EXPECT_EQ(TextOf(characters[k]), expected.substr(k, 1));
         const float left = Margin + static_cast<float>(k) * Cell;
@@ -454,7 +454,7 @@ TEST_F(HexViewPaintTest, HexDigitsAreDrawnInBoxesTwoDigitsWide)
     const std::vector<PaintOperation>& cells = rows[0].hex.operations;
     ASSERT_EQ(cells.size(), 16u);
     for (std::size_t c = 0; c < cells.size(); ++c) {
-        EXPECT_EQ(cells[c].kind, PaintKind::DrawText);
+        EXPECT_EQ(cells[c].kind, PaintKind::DrawTextInBox);
         EXPECT_EQ(cells[c].color, PaletteRole::Text);
         const float left = HexLeft + static_cast<float>(c) * 3.0f * Cell;
         ExpectRect(cells[c].rect, left, RowTop(0), left + 2.0f * Cell, RowTop(0) + RowHeight());
