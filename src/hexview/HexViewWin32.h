@@ -1,12 +1,15 @@
 #pragma once
 
 // The Windows side of the hex view: the "Tolmo.HexView" child window. It only translates messages into
-// HexView's handlers, fills the view's host with Win32 calls, and executes the portable paint list with
-// Direct2D and DirectWrite. Included by Windows code only.
+// HexView's handlers, fills the view's host and text measurer with Win32 and DirectWrite calls, and
+// executes the portable paint list with Direct2D. Included by Windows code only.
 
 #include "hexview/HexView.h"
+#include "hexview/HexViewPaint.h"
 
 #include <windows.h>
+
+#include <memory>
 
 namespace tlm {
 
@@ -20,13 +23,15 @@ public:
     explicit HexViewWindow(HexView& view);
     HexViewWindow(const HexViewWindow&) = delete;
     HexViewWindow& operator=(const HexViewWindow&) = delete;
+    // Destroys the window if it still exists and leaves the view without host and measurer.
     ~HexViewWindow();
 
     // Registers the class; false when the system refuses (an existing class counts as success).
     static bool RegisterWindowClass(HINSTANCE instance);
 
     // Creates the child (both scroll bars, tab stop) at 0, 0, 100 by 100 with `controlId`; null on failure.
-    // Fills the view's host and text measurer.
+    // Fills the view's host and text measurer, then lets the view take the window's DPI and measure its
+    // font. The parent receives the view's AppMessage notifications and places the child with MoveWindow.
     HWND Create(HWND parent, HINSTANCE instance, int controlId);
     HWND Handle() const { return window; }
     HexView& View() { return view; }
@@ -38,9 +43,16 @@ private:
     static LRESULT CALLBACK WindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam);
 
+    HexViewHost MakeHost();
+    TextMeasurer MakeMeasurer();
+    void RequestRedraw() const;
+    void Paint();
+    std::int32_t TrackPosition(int bar) const;
+
     HexView& view;
     HWND window = nullptr;
-    HexViewGraphics* graphics = nullptr; // Direct2D and DirectWrite resources, made lazily
+    std::unique_ptr<HexViewGraphics> graphics; // Direct2D and DirectWrite resources, made lazily
+    HexViewPaint paint;                        // kept between paints so that its storage is reused
 };
 
 } // namespace tlm
