@@ -51,9 +51,14 @@ std::vector<std::string> Shape(const MenuItem& menu)
         case MenuItem::Kind::Separator:
             shape.push_back("-");
             break;
-        case MenuItem::Kind::Popup:
-            shape.push_back("[" + Narrow(item.label) + "]");
+        case MenuItem::Kind::Popup: {
+            // Appended piece by piece, which keeps GCC's overlap warning quiet.
+            std::string title = "[";
+            title += Narrow(item.label);
+            title += ']';
+            shape.push_back(std::move(title));
             break;
+        }
         }
     }
     return shape;
