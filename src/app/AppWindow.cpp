@@ -1,5 +1,6 @@
 #include "app/AppWindow.h"
 
+#include "app/CallIfSet.h"
 #include "settings/SettingsFile.h"
 #include "settings/SettingsStartup.h"
 
@@ -8,14 +9,6 @@
 namespace tlm {
 
 namespace {
-
-template <typename Function, typename... Args>
-void CallIfSet(const Function& function, Args&&... args)
-{
-    if (function) {
-        function(std::forward<Args>(args)...);
-    }
-}
 
 // An empty step counts as done: only a refusal the platform reports stops the start-up.
 bool Succeeds(const std::function<bool()>& step)

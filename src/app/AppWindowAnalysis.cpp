@@ -1,18 +1,11 @@
 #include "app/AppWindow.h"
 
+#include "app/CallIfSet.h"
 #include "inspector/InspectorRequest.h"
 
 namespace tlm {
 
 namespace {
-
-template <typename Function, typename... Args>
-void CallIfSet(const Function& function, Args&&... args)
-{
-    if (function) {
-        function(std::forward<Args>(args)...);
-    }
-}
 
 // A window that cannot be made, or a platform without it, means there is nothing to feed.
 bool Stands(const std::function<bool()>& ensureWindow)

@@ -1,19 +1,12 @@
 #include "app/AppWindow.h"
 
+#include "app/CallIfSet.h"
 #include "app/LanguageMenuTable.h"
 #include "encoding/EncodingFavorites.h"
 
 namespace tlm {
 
 namespace {
-
-template <typename Function, typename... Args>
-void CallIfSet(const Function& function, Args&&... args)
-{
-    if (function) {
-        function(std::forward<Args>(args)...);
-    }
-}
 
 constexpr float ZoomStepUp = 0.1f;
 constexpr float ZoomStepDown = -0.1f;

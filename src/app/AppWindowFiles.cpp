@@ -1,20 +1,9 @@
 #include "app/AppWindow.h"
 
+#include "app/CallIfSet.h"
 #include "app/FileFlow.h"
 
 namespace tlm {
-
-namespace {
-
-template <typename Function, typename... Args>
-void CallIfSet(const Function& function, Args&&... args)
-{
-    if (function) {
-        function(std::forward<Args>(args)...);
-    }
-}
-
-} // namespace
 
 bool AppWindow::OpenFile(const std::u16string& path)
 {

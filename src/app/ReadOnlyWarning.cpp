@@ -1,18 +1,8 @@
 #include "app/ReadOnlyWarning.h"
 
+#include "app/CallIfSet.h"
+
 namespace tlm {
-
-namespace {
-
-template <typename Function, typename... Args>
-void CallIfSet(const Function& function, Args... args)
-{
-    if (function) {
-        function(args...);
-    }
-}
-
-} // namespace
 
 void ReadOnlyWarning::OnBlocked(AppHost& host, std::u16string_view warning)
 {

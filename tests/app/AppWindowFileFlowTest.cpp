@@ -13,12 +13,6 @@ namespace {
 using AppWindowFileFlowTest = AppWindowFixture;
 using Bytes = std::vector<std::uint8_t>;
 
-#if defined(_WIN32)
-constexpr std::uint32_t AccessDenied = 5;
-#else
-constexpr std::uint32_t AccessDenied = EACCES;
-#endif
-
 std::u16string NewInstanceLine(const std::u16string& executable, const std::u16string& path)
 {
     return u"\"" + executable + u"\" \"" + path + u"\"";

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -19,6 +20,13 @@
 #include <vector>
 
 namespace tlm::test {
+
+// The system's "access denied", for failures injected into file operations.
+#if defined(_WIN32)
+inline constexpr std::uint32_t AccessDenied = 5;
+#else
+inline constexpr std::uint32_t AccessDenied = EACCES;
+#endif
 
 // A fresh folder under the system's temporary folder, removed with its files at the end.
 class AppScratchFolder {

@@ -13,12 +13,6 @@ namespace {
 using AppWindowSaveTest = AppWindowFixture;
 using Bytes = std::vector<std::uint8_t>;
 
-#if defined(_WIN32)
-constexpr std::uint32_t AccessDenied = 5;
-#else
-constexpr std::uint32_t AccessDenied = EACCES;
-#endif
-
 // Every popup title and every plain item below the bar is greyed.
 bool AllGreyed(const MenuItem& menu)
 {
