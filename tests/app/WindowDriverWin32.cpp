@@ -1,6 +1,7 @@
 // tolmo_window_driver: looks at and drives the program's windows from another process, as a user or
-// an accessibility tool could, for the end-to-end cases. Titles are matched exactly; every wait
-// polls the window list until its condition holds or TIMEOUT_MS has passed.
+// an accessibility tool could, for the end-to-end cases. Titles are matched exactly, and an empty
+// TITLE matches any; every wait polls the window list until its condition holds or TIMEOUT_MS has
+// passed.
 //
 //   wait CLASS TITLE TIMEOUT_MS
 //       Waits for a visible top-level window of that class and title. Prints its screen rectangle
@@ -16,6 +17,10 @@
 //       the window comes back, so everything queued before has been handled.
 //   close CLASS TITLE TIMEOUT_MS
 //       Waits for the window and posts it WM_CLOSE, as the close button would.
+//   repaint CLASS TITLE TIMEOUT_MS [TIMES]
+//       Waits for the window and marks all of it and its children for painting again, as a window
+//       that covered it and went away would, and waits until they have been painted; TIMES times
+//       (default once). With an empty TITLE, every visible window of the class.
 //   dismiss TITLE TIMEOUT_MS
 //       Waits for a message box with that caption and presses its OK button.
 //   buttons TITLE TIMEOUT_MS
@@ -44,6 +49,14 @@
 //       be photographed and compared. Runs until it gets WM_CLOSE or TIMEOUT_MS has passed.
 //   process CLASS TITLE TIMEOUT_MS
 //       Prints the process id of the window and its working set in bytes.
+//   launch CLASS TITLE TIMEOUT_MS PROGRAM [ARGUMENT]
+//       Starts PROGRAM (with ARGUMENT quoted as its one argument) and prints the milliseconds from
+//       the start of its process to the moment a visible top-level window of that class and title
+//       stands; the program is left running.
+//   lock PATH
+//       Opens the file for reading and writing while letting others only read it, locks all of
+//       it, prints "locked", and holds both until its standard input ends: another program that
+//       keeps a file to itself for a while.
 //
 // Exit code 0 on success, 1 when no such window appeared in time, 2 for a bad command line,
 // 3 when a menu cannot be read.
@@ -133,7 +146,7 @@ BOOL CALLBACK MatchWindow(HWND window, LPARAM parameter)
         return TRUE;
     if (ClassOf(window) != search->className)
         return TRUE;
-    if (search->title && TextOf(window) != search->title)
+    if (search->title && *search->title && TextOf(window) != search->title)
         return TRUE;
     search->found.push_back(window);
     return TRUE;
@@ -256,6 +269,46 @@ int Close(const wchar_t* className, const wchar_t* title, DWORD timeout)
     if (!window)
         return NotFound(className, title);
     return PostMessageW(window, WM_CLOSE, 0, 0) ? 0 : 1;
+}
+
+BOOL CALLBACK AddChild(HWND child, LPARAM parameter)
+{
+    reinterpret_cast<std::vector<HWND>*>(parameter)->push_back(child);
+    return TRUE;
+}
+
+// True when nothing of the window or its children waits to be painted.
+bool Painted(HWND window)
+{
+    std::vector<HWND> windows{window};
+    EnumChildWindows(window, &AddChild, reinterpret_cast<LPARAM>(&windows));
+    return std::none_of(windows.begin(), windows.end(), [](HWND each) {
+        RECT dirty{};
+        return IsWindow(each) && GetUpdateRect(each, &dirty, FALSE);
+    });
+}
+
+int Repaint(const wchar_t* className, const wchar_t* title, DWORD timeout, int times)
+{
+    std::vector<HWND> windows;
+    if (*title) {
+        if (HWND window = WaitForWindow(className, title, timeout))
+            windows.push_back(window);
+    } else {
+        windows = FindWindows(className, nullptr, true);
+    }
+    if (windows.empty())
+        return NotFound(className, title);
+    for (int round = 0; round < times; ++round) {
+        for (HWND window : windows)
+            RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_FRAME | RDW_ALLCHILDREN);
+        // Each round is painted before the next is asked for, so that each is a paint of its own.
+        if (!WaitUntil(timeout, [&] { return std::all_of(windows.begin(), windows.end(), Painted); })) {
+            std::fwprintf(stderr, L"tolmo_window_driver: \"%ls\" was not painted in time\n", title);
+            return 1;
+        }
+    }
+    return 0;
 }
 
 int Dismiss(const wchar_t* title, DWORD timeout)
@@ -487,6 +540,78 @@ int Process(const wchar_t* className, const wchar_t* title, DWORD timeout)
     return 0;
 }
 
+int Lock(const wchar_t* path)
+{
+    HANDLE file = CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        std::fwprintf(stderr, L"tolmo_window_driver: cannot open %ls (error %lu)\n", path, GetLastError());
+        return 1;
+    }
+    OVERLAPPED whole{};
+    if (!LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, MAXDWORD, MAXDWORD, &whole)) {
+        std::fwprintf(stderr, L"tolmo_window_driver: cannot lock %ls (error %lu)\n", path, GetLastError());
+        CloseHandle(file);
+        return 1;
+    }
+    std::puts("locked");
+    std::fflush(stdout);
+    char buffer[256];
+    DWORD got = 0;
+    while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), buffer, sizeof buffer, &got, nullptr) && got > 0) {
+    }
+    UnlockFileEx(file, 0, MAXDWORD, MAXDWORD, &whole);
+    CloseHandle(file);
+    return 0;
+}
+
+int Launch(const wchar_t* className, const wchar_t* title, DWORD timeout, const wchar_t* program,
+           const wchar_t* argument)
+{
+    std::wstring commandLine = L"\"" + std::wstring(program) + L"\"";
+    if (argument)
+        commandLine += L" \"" + std::wstring(argument) + L"\"";
+    // The program gets the null device for its standard handles, not this program's: whoever
+    // reads this program's output to its end must not wait for the program too.
+    for (DWORD which : {STD_INPUT_HANDLE, STD_OUTPUT_HANDLE, STD_ERROR_HANDLE})
+        SetHandleInformation(GetStdHandle(which), HANDLE_FLAG_INHERIT, 0);
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE nothing = CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                 &inheritable, OPEN_EXISTING, 0, nullptr);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdInput = nothing;
+    startup.hStdOutput = nothing;
+    startup.hStdError = nothing;
+    PROCESS_INFORMATION process{};
+    LARGE_INTEGER frequency{};
+    LARGE_INTEGER started{};
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&started);
+    const BOOL created = CreateProcessW(program, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                         &startup, &process);
+    CloseHandle(nothing);
+    if (!created) {
+        std::fwprintf(stderr, L"tolmo_window_driver: cannot start %ls (error %lu)\n", program, GetLastError());
+        return 1;
+    }
+    CloseHandle(process.hThread);
+    // A short step: this is a measurement.
+    const ULONGLONG deadline = GetTickCount64() + timeout;
+    bool shown = false;
+    while (!(shown = !FindWindows(className, title, true).empty()) && GetTickCount64() < deadline)
+        Sleep(1);
+    LARGE_INTEGER now{};
+    QueryPerformanceCounter(&now);
+    CloseHandle(process.hProcess);
+    if (!shown)
+        return NotFound(className, title);
+    std::printf("%.1f\n", 1000.0 * static_cast<double>(now.QuadPart - started.QuadPart) /
+                              static_cast<double>(frequency.QuadPart));
+    return 0;
+}
+
 DWORD ParseTimeout(const wchar_t* text)
 {
     return static_cast<DWORD>(std::wcstoul(text, nullptr, 10));
@@ -494,11 +619,12 @@ DWORD ParseTimeout(const wchar_t* text)
 
 int Usage()
 {
-    std::fputs("usage: tolmo_window_driver wait|wait-gone|wait-idle|close|children|menu|process CLASS TITLE TIMEOUT_MS\n"
+    std::fputs("usage: tolmo_window_driver wait|wait-gone|wait-idle|close|repaint|children|menu|process CLASS TITLE TIMEOUT_MS\n"
                "       tolmo_window_driver wait-focus CLASS TITLE CHILD_CLASS TIMEOUT_MS\n"
                "       tolmo_window_driver dismiss|buttons|owner TITLE TIMEOUT_MS\n"
                "       tolmo_window_driver click-button TITLE BUTTON TIMEOUT_MS\n"
-               "       tolmo_window_driver windows CLASS\n"
+               "       tolmo_window_driver windows CLASS | lock PATH\n"
+               "       tolmo_window_driver launch CLASS TITLE TIMEOUT_MS PROGRAM [ARGUMENT]\n"
                "       tolmo_window_driver reference-menu CLASS TITLE TIMEOUT_MS ITEM...\n",
                stderr);
     return 2;
@@ -523,6 +649,8 @@ int wmain(int argc, wchar_t** argv)
         return WaitIdle(argv[2], argv[3], ParseTimeout(argv[4]));
     if (command == L"close" && argc == 5)
         return Close(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"repaint" && (argc == 5 || argc == 6))
+        return Repaint(argv[2], argv[3], ParseTimeout(argv[4]), argc == 6 ? _wtoi(argv[5]) : 1);
     if (command == L"dismiss" && argc == 4)
         return Dismiss(argv[2], ParseTimeout(argv[3]));
     if (command == L"buttons" && argc == 4)
@@ -541,5 +669,9 @@ int wmain(int argc, wchar_t** argv)
         return ReferenceMenu(argv[2], argv[3], ParseTimeout(argv[4]), argc - 5, argv + 5);
     if (command == L"process" && argc == 5)
         return Process(argv[2], argv[3], ParseTimeout(argv[4]));
+    if (command == L"launch" && (argc == 6 || argc == 7))
+        return Launch(argv[2], argv[3], ParseTimeout(argv[4]), argv[5], argc == 7 ? argv[6] : nullptr);
+    if (command == L"lock" && argc == 3)
+        return Lock(argv[2]);
     return Usage();
 }
