@@ -35,16 +35,33 @@ tolmo_stop_display() {
   fi
 }
 
+# Brings up the Wine server and Wine's own background programs for this display, with no output of
+# ours: they outlive the command that starts them, and one started from a command substitution or
+# a pipe would hold it open to their end.
+tolmo_start_wine() {
+  "$TOLMO_ROOT/scripts/wine-run" cmd /c exit </dev/null >/dev/null 2>&1 || true
+}
+
 # Wine in the prefix of this session, without the chatter.
 tolmo_wine() {
   WINEPREFIX="$TOLMO_WINEPREFIX" WINEDEBUG=-all "$@"
 }
 
 # Without a window manager nobody draws title bars; Wine then draws them itself if told to manage
-# its windows alone. With a window manager (a real desktop) the manager should do it.
+# its windows alone. With a window manager (a real desktop) the manager should do it. The prefix
+# keeps the choice, so the registry is touched only when it changes; the server writes the
+# registry file when it ends, so the file is read once none runs.
 tolmo_wine_draws_frames() {
   local managed="N"
   [ "$1" = "no" ] && managed="Y"
+  tolmo_wait_for_idle_wine
+  if [ -f "$TOLMO_WINEPREFIX/user.reg" ] &&
+    awk -v want="\"Managed\"=\"$managed\"" '
+      /^\[/ { inside = index($0, "[Software\\\\Wine\\\\X11 Driver]") == 1 }
+      inside && $0 == want { found = 1 }
+      END { exit !found }' "$TOLMO_WINEPREFIX/user.reg"; then
+    return 0
+  fi
   "$TOLMO_ROOT/scripts/wine-run" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$managed" /f >/dev/null 2>&1
 }
 
@@ -83,19 +100,35 @@ tolmo_wait_exit() {
   return 124
 }
 
-# Saves the screen area "left top width height" ($1) as a PNG ($2).
+# Saves the screen area "left top width height" ($1) as a PNG ($2) once the picture has settled:
+# shots are taken until two in a row are equal (at most $3 seconds, default 10; the last one is
+# kept either way, and the status says whether it settled).
 tolmo_screenshot() {
-  local left top width height
+  local left top width height limit="${3:-10}" previous="$2.previous.png" deadline
   # The driver writes Windows line ends.
   read -r left top width height <<<"$(tr -d '\r' <<<"$1")"
   [ "$left" -lt 0 ] && { width=$((width + left)); left=0; }
   [ "$top" -lt 0 ] && { height=$((height + top)); top=0; }
-  # Give the X server the window's first paint.
-  sleep 0.5
-  import -window root -crop "${width}x${height}+${left}+${top}" +repage "$2"
+  deadline=$((SECONDS + limit))
+  rm -f "$previous"
+  while :; do
+    # Without date chunks equal pictures give equal files.
+    import -window root -crop "${width}x${height}+${left}+${top}" +repage \
+      -define png:exclude-chunks=date,time "$2"
+    if [ -f "$previous" ] && cmp -s "$2" "$previous"; then
+      rm -f "$previous"
+      return 0
+    fi
+    if [ "$SECONDS" -ge "$deadline" ]; then
+      rm -f "$previous"
+      return 1
+    fi
+    cp "$2" "$previous"
+  done
 }
 
 # Ends whatever this session started and left running: its programs, their Wine server, the display.
+# The display goes last, once Wine has ended of itself, so that no Wine process loses its display.
 tolmo_end_session() {
   local pid left_running=""
   for pid in "${TOLMO_APP_PIDS[@]}"; do
@@ -107,5 +140,6 @@ tolmo_end_session() {
   if [ -n "$left_running" ]; then
     tolmo_wine wineserver -k 2>/dev/null || true
   fi
+  tolmo_wait_for_idle_wine
   tolmo_stop_display
 }
