@@ -174,11 +174,7 @@ AppPlatform AppWindowWin32::MakePlatform()
             UpdateWindow(statusBar);
         }
     };
-    platform.enableHexView = [this](bool enabled) {
-        if (hexViewWindow.Handle()) {
-            EnableWindow(hexViewWindow.Handle(), enabled ? TRUE : FALSE);
-        }
-    };
+    platform.enableHexView = [this](bool enabled) { EnableHexView(enabled); };
     platform.postQuit = [] { PostQuitMessage(0); };
 
     platform.setTimer = [this](unsigned id, unsigned milliseconds) {
@@ -268,6 +264,25 @@ bool AppWindowWin32::CreateAccelerators()
     }
     accelerators = CreateAcceleratorTableW(table.data(), static_cast<int>(table.size()));
     return accelerators != nullptr;
+}
+
+void AppWindowWin32::EnableHexView(bool enabled)
+{
+    HWND view = hexViewWindow.Handle();
+    if (!view) {
+        return;
+    }
+    if (!enabled) {
+        // A disabled window loses the keyboard focus, and nothing gives it back by itself.
+        viewHadFocus = GetFocus() == view;
+        EnableWindow(view, FALSE);
+        return;
+    }
+    EnableWindow(view, TRUE);
+    if (viewHadFocus && (GetFocus() == nullptr || GetFocus() == window)) {
+        SetFocus(view);
+    }
+    viewHadFocus = false;
 }
 
 void AppWindowWin32::ShowMainWindow()

@@ -41,6 +41,7 @@ private:
     void SizeAndCentre();
     bool CreateAccelerators();
     void ShowMainWindow();
+    void EnableHexView(bool enabled);
     void DestroyMainWindow();
     void InstallMenu(const MenuItem& bar);
     void RemoveMenu();
@@ -60,6 +61,7 @@ private:
     HWND statusBar = nullptr;
     HACCEL accelerators = nullptr;
     HMENU menu = nullptr;
+    bool viewHadFocus = false; // the view held the focus when a save disabled it
     HexViewWindow hexViewWindow;
 };
 

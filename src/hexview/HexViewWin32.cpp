@@ -107,7 +107,7 @@ public:
         if (!dwriteFactory) {
             return false;
         }
-        const std::wstring family = Wide(font.family);
+        const std::wstring family = InstalledFamilyOr(Wide(font.family), Wide(HexViewFont{}.family));
         const HRESULT created = dwriteFactory->CreateTextFormat(family.c_str(), nullptr,
             font.bold ? DWRITE_FONT_WEIGHT_BOLD : DWRITE_FONT_WEIGHT_NORMAL,
             font.italic ? DWRITE_FONT_STYLE_ITALIC : DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL, fontSize,
@@ -165,6 +165,22 @@ public:
     ComRef<IDWriteTextFormat> textFormat;
 
 private:
+    // A family the system does not have would draw nothing at all on some systems: the default face
+    // stands in for it, so that a stale font name in the settings never hides the bytes.
+    std::wstring InstalledFamilyOr(const std::wstring& family, const std::wstring& fallback) const
+    {
+        ComRef<IDWriteFontCollection> fonts;
+        if (FAILED(dwriteFactory->GetSystemFontCollection(fonts.Put(), FALSE)) || !fonts) {
+            return family;
+        }
+        UINT32 index = 0;
+        BOOL exists = FALSE;
+        if (SUCCEEDED(fonts->FindFamilyName(family.c_str(), &index, &exists)) && exists) {
+            return family;
+        }
+        return fallback;
+    }
+
     // Characters the chosen font lacks come from the system's other fonts. Older systems have no
     // fallback object; the format then draws what its font has.
     void UseSystemFontFallback()
