@@ -6,7 +6,7 @@
 //   wait CLASS TITLE TIMEOUT_MS
 //       Waits for a visible top-level window of that class and title. Prints its screen rectangle
 //       as "left top width height", then on a second line the text of a message box (empty for
-//       other windows).
+//       other windows), each of its line breaks written as the two characters "\n".
 //   wait-gone CLASS TITLE TIMEOUT_MS
 //       Waits until no visible top-level window of that class and title is left.
 //   wait-focus CLASS TITLE CHILD_CLASS TIMEOUT_MS
@@ -186,8 +186,19 @@ HWND WaitForWindow(const wchar_t* className, const wchar_t* title, DWORD timeout
 
 std::wstring MessageBoxText(HWND window)
 {
-    HWND text = GetDlgItem(window, MessageBoxTextId);
-    return text ? TextOf(text) : std::wstring();
+    HWND control = GetDlgItem(window, MessageBoxTextId);
+    const std::wstring text = control ? TextOf(control) : std::wstring();
+    // One line, so that a reader takes the whole text from the second line of the output.
+    std::wstring line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n')
+            continue;
+        if (text[i] == L'\r' || text[i] == L'\n')
+            line += L"\\n";
+        else
+            line += text[i];
+    }
+    return line;
 }
 
 int NotFound(const wchar_t* className, const wchar_t* title)
