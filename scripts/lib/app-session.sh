@@ -84,9 +84,10 @@ tolmo_x_window() {
 tolmo_focus() {
   local title="$1" xwin rect left top width view
   rect="$(tolmo_wait_main "$title")" || return 1
+  # The X window takes its name a moment after Wine shows the window.
+  tolmo_poll_seconds 5 tolmo_x_window_named "$title" || true
   xwin="$(tolmo_x_window "$title")"
-  [ -n "$xwin" ] || return 1
-  xdotool windowfocus --sync "$xwin" 2>/dev/null || true
+  [ -n "$xwin" ] && xdotool windowfocus --sync "$xwin" 2>/dev/null
   tolmo_has_focus "$title" 2000 && return 0
   read -r left top width _ <<<"$rect"
   tolmo_click "$((left + width / 2))" "$((top + 8))" "$title"
@@ -101,10 +102,15 @@ tolmo_has_focus() {
   tolmo_drive wait-focus "$TOLMO_MAIN_CLASS" "$1" "$TOLMO_VIEW_CLASS" "${2:-$TOLMO_TIMEOUT_MS}" >/dev/null 2>&1
 }
 
+tolmo_x_window_named() {
+  [ -n "$(tolmo_x_window "$1")" ]
+}
+
 # Gives the keyboard to the message box captioned $1.
 tolmo_focus_box() {
   local xwin
   tolmo_wait_box "$1" >/dev/null || return 1
+  tolmo_poll_seconds 5 tolmo_x_window_named "$1" || return 1
   xwin="$(tolmo_x_window "$1")"
   [ -n "$xwin" ] || return 1
   xdotool windowfocus --sync "$xwin" 2>/dev/null || true
@@ -228,11 +234,12 @@ tolmo_shot_until() {
 }
 
 # Asks every visible main window to paint all of itself again, as uncovering it would, and waits
-# until it has. Under Wine on a virtual display the view's picture on the screen has been seen to
-# stay one paint behind what the program drew; one more paint changes nothing in the program and
-# brings its last picture out.
+# until it has; twice, since a paint the program had asked for itself may still be pending and then
+# takes the first request in. Under Wine on a virtual display the view's picture on the screen has
+# been seen to stay one paint behind what the program drew; more paints change nothing in the
+# program and bring its last picture out.
 tolmo_repaint() {
-  tolmo_drive repaint "$TOLMO_MAIN_CLASS" "" 5000 >/dev/null 2>&1 || true
+  tolmo_drive repaint "$TOLMO_MAIN_CLASS" "" 5000 2 >/dev/null 2>&1 || true
 }
 
 # Prints pixel x,y of a PNG as "#RRGGBB".
