@@ -1,5 +1,6 @@
 # Shell functions for running the program's windows on a virtual X display and looking at them.
-# Sourced by scripts/show-sample and tests/app/end-to-end, after setting TOLMO_WINEPREFIX.
+# Sourced by scripts/show-sample, tests/app/end-to-end.d/case and bench/app/window-figures, after
+# setting TOLMO_WINEPREFIX.
 # Requires: Xvfb, ImageMagick's import, Wine.
 
 TOLMO_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
