@@ -213,10 +213,10 @@ tolmo_shot() {
   tolmo_screenshot "$1" "$2" "${3:-10}"
 }
 
-# Takes settled screenshots of $2 into $3 until "$4... $3" succeeds, for up to $1 seconds. Under
-# Wine the view's picture on the X display can stay one paint behind what the program drew (see
-# tolmo_repaint), so from the second try on the main windows are asked to paint again, and a
-# picture that came only then is reported.
+# Takes settled screenshots of $2 into $3 until "$4... $3" succeeds, for up to $1 seconds. A
+# picture can settle before the program has got to the keys, and a paint can take a while on
+# Wine's software renderer; so from the second try on the main windows are first asked to paint
+# again (see tolmo_repaint), and how many tries a picture took is reported.
 tolmo_shot_until() {
   local limit="$1" rect="$2" file="$3" deadline tries=0
   shift 3
@@ -225,7 +225,7 @@ tolmo_shot_until() {
     [ "$tries" -gt 0 ] && tolmo_repaint
     tolmo_screenshot "$rect" "$file" 5 || true
     if "$@" "$file"; then
-      [ "$tries" -gt 0 ] && echo "note: $(basename "$file") showed only after $tries repaint(s)"
+      [ "$tries" -gt 0 ] && echo "note: $(basename "$file") took $((tries + 1)) tries"
       return 0
     fi
     [ "$SECONDS" -ge "$deadline" ] && return 1
@@ -235,9 +235,9 @@ tolmo_shot_until() {
 
 # Asks every visible main window to paint all of itself again, as uncovering it would, and waits
 # until it has; twice, since a paint the program had asked for itself may still be pending and then
-# takes the first request in. Under Wine on a virtual display the view's picture on the screen has
-# been seen to stay one paint behind what the program drew; more paints change nothing in the
-# program and bring its last picture out.
+# takes the first request in. With Direct3D's command stream on its own thread, Wine has been seen
+# to keep the view's previous picture on the screen until the next paint; more paints change
+# nothing in the program and bring its last picture out.
 tolmo_repaint() {
   tolmo_drive repaint "$TOLMO_MAIN_CLASS" "" 5000 2 >/dev/null 2>&1 || true
 }
