@@ -33,11 +33,13 @@ Localizer::Localizer(std::u16string baseDirectory, SystemLanguageSource systemLa
 
 std::u16string Localizer::EffectiveLanguage() const
 {
-    std::u16string language = NormalizeLanguage(languageSetting);
-    if (language != u"system")
-        return language;
-    const std::vector<std::u16string> preferred = systemLanguages();
-    return ResolveSystemLanguage(preferred);
+    if (!effectiveLanguage) {
+        std::u16string language = NormalizeLanguage(languageSetting);
+        if (language == u"system")
+            language = ResolveSystemLanguage(systemLanguages());
+        effectiveLanguage = std::move(language);
+    }
+    return *effectiveLanguage;
 }
 
 const StringTable& Localizer::LoadStringTable(const std::u16string& code)

@@ -3,6 +3,7 @@
 #include "settings/StringTable.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -22,10 +23,15 @@ public:
     void SetBaseDirectory(std::u16string directory) { baseDirectory = std::move(directory); }
     const std::u16string& BaseDirectory() const { return baseDirectory; }
 
-    void SetLanguage(std::u16string_view setting) { languageSetting = std::u16string(setting); }
+    void SetLanguage(std::u16string_view setting)
+    {
+        languageSetting = std::u16string(setting);
+        effectiveLanguage.reset();
+    }
     const std::u16string& LanguageSetting() const { return languageSetting; }
 
     // The catalogue code whose file answers first: the setting, or the system's choice for "system".
+    // The system is asked once per setting: every text looked up needs the answer.
     std::u16string EffectiveLanguage() const;
 
     // The table of a language, read from its file the first time; a missing file gives an empty table.
@@ -37,6 +43,7 @@ public:
 private:
     std::u16string baseDirectory;
     std::u16string languageSetting = u"system";
+    mutable std::optional<std::u16string> effectiveLanguage;
     std::unordered_map<std::u16string, StringTable> tables;
     SystemLanguageSource systemLanguages;
 };

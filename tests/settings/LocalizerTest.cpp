@@ -87,6 +87,24 @@ TEST_F(LocalizerTest, SystemFollowsTheUsersPreferredLanguages)
     EXPECT_EQ(localizer.Tr("menu.file"), u"파일(&F)");
 }
 
+TEST_F(LocalizerTest, TheSystemIsAskedOncePerSettingNotOncePerText)
+{
+    WriteLanguage("en-US", "menu.file=&File\nmenu.edit=&Edit\n");
+    int asked = 0;
+    Localizer localizer(scratch.Text(), [&asked] {
+        ++asked;
+        return std::vector<std::u16string>{u"en-US"};
+    });
+    localizer.Tr("menu.file");
+    localizer.Tr("menu.edit");
+    localizer.Tr("menu.file");
+    EXPECT_EQ(asked, 1);
+    localizer.SetLanguage(u"de-DE");
+    localizer.SetLanguage(u"system");
+    localizer.Tr("menu.file");
+    EXPECT_EQ(asked, 2);
+}
+
 TEST_F(LocalizerTest, SystemWithoutAKnownLanguageIsEnglish)
 {
     Localizer localizer = Make({u"C"});
