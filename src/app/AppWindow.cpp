@@ -223,6 +223,7 @@ void AppWindow::OnDestroy()
     CallIfSet(platform.destroyStructViewWindow);
     CallIfSet(platform.destroyAccelerators);
     CallIfSet(platform.removeMenu);
+    installedMenu.reset();
     windowExists = false;
     CallIfSet(platform.postQuit);
 }

@@ -159,6 +159,7 @@ private:
     InspectorWorker inspectorWorker;
     StructWorker structWorker;
     bool windowExists = false;
+    std::optional<MenuItem> installedMenu; // the bar the window shows, as last handed over
 };
 
 } // namespace tlm

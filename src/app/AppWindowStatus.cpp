@@ -25,9 +25,17 @@ MenuItem AppWindow::BuildMenu()
 
 void AppWindow::RebuildMenu()
 {
-    if (platform.installMenu) {
-        platform.installMenu(BuildMenu());
+    if (!platform.installMenu) {
+        return;
     }
+    // Building a bar of menus is slow on some systems, and one the same as the bar standing changes
+    // nothing for the user.
+    MenuItem bar = BuildMenu();
+    if (installedMenu && *installedMenu == bar) {
+        return;
+    }
+    platform.installMenu(bar);
+    installedMenu = std::move(bar);
 }
 
 void AppWindow::UpdateTitle()

@@ -1,5 +1,7 @@
 #include "hexview/HexViewWin32.h"
 
+#include "hexview/SystemLibraryWin32.h"
+
 #include <windowsx.h>
 
 #include <d2d1.h>
@@ -8,6 +10,7 @@
 
 #include <array>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -82,20 +85,32 @@ D2D1_RECT_F ToD2D(const PaintRect& rect)
 // the render target and the text format go with every resize, metrics change and device loss.
 class HexViewGraphics {
 public:
+    explicit HexViewGraphics(DirectWriteStart& directWrite)
+        : directWrite(directWrite)
+    {
+    }
+
     bool EnsureD2DFactory()
     {
         if (!d2dFactory) {
-            D2D1CreateFactory(D2D1_FACTORY_TYPE_SINGLE_THREADED, __uuidof(ID2D1Factory), nullptr,
-                reinterpret_cast<void**>(d2dFactory.Put()));
+            if (!d2dLibrary) {
+                d2dLibrary = std::make_unique<SystemLibrary>(L"d2d1.dll");
+            }
+            using CreateFactory = HRESULT WINAPI(D2D1_FACTORY_TYPE, REFIID, const D2D1_FACTORY_OPTIONS*, void**);
+            if (const auto create = d2dLibrary->Find<CreateFactory>("D2D1CreateFactory")) {
+                create(D2D1_FACTORY_TYPE_SINGLE_THREADED, __uuidof(ID2D1Factory), nullptr,
+                    reinterpret_cast<void**>(d2dFactory.Put()));
+            }
         }
         return static_cast<bool>(d2dFactory);
     }
 
+    // The factory comes from the thread that reads the fonts; until it is done there is none, and the
+    // view is measured again once it is.
     bool EnsureDWriteFactory()
     {
         if (!dwriteFactory) {
-            DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory),
-                reinterpret_cast<IUnknown**>(dwriteFactory.Put()));
+            *dwriteFactory.Put() = directWrite.TakeFactory();
         }
         return static_cast<bool>(dwriteFactory);
     }
@@ -159,12 +174,15 @@ public:
         return SUCCEEDED(created) && layout;
     }
 
+    std::unique_ptr<SystemLibrary> d2dLibrary; // loaded at the first paint; outlives what it made
     ComRef<ID2D1Factory> d2dFactory;
     ComRef<ID2D1HwndRenderTarget> renderTarget;
     ComRef<IDWriteFactory> dwriteFactory;
     ComRef<IDWriteTextFormat> textFormat;
 
 private:
+    DirectWriteStart& directWrite;
+
     // A family the system does not have would draw nothing at all on some systems: the default face
     // stands in for it, so that a stale font name in the settings never hides the bytes.
     std::wstring InstalledFamilyOr(const std::wstring& family, const std::wstring& fallback) const
@@ -325,7 +343,7 @@ void SetScrollBar(HWND window, int bar, const ScrollBarValues& values)
 
 HexViewWindow::HexViewWindow(HexView& view)
     : view(view)
-    , graphics(std::make_unique<HexViewGraphics>())
+    , graphics(std::make_unique<HexViewGraphics>(directWrite))
 {
 }
 
@@ -366,6 +384,7 @@ HWND HexViewWindow::Create(HWND parent, HINSTANCE instance, int controlId)
     }
     // Until now the view measured nothing: the DPI is the window's, known only once it exists.
     view.OnDpiChanged(GetDpiForWindow(created));
+    directWrite.NotifyWhenReady(created, FontsReadyMessage);
     return created;
 }
 
@@ -600,6 +619,11 @@ LRESULT HexViewWindow::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LPA
         break;
     case WM_DPICHANGED_AFTERPARENT:
         handled = view.OnDpiChanged(GetDpiForWindow(hwnd));
+        break;
+    case FontsReadyMessage:
+        // Measured until now without a text engine: the cells had no width yet.
+        view.OnDpiChanged(GetDpiForWindow(hwnd));
+        handled = true;
         break;
     case WM_NCDESTROY:
         // The render target belongs to this window; the factories may serve a later one.

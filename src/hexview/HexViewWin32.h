@@ -4,6 +4,7 @@
 // HexView's handlers, fills the view's host and text measurer with Win32 and DirectWrite calls, and
 // executes the portable paint list with Direct2D. Included by Windows code only.
 
+#include "hexview/DirectWriteStartWin32.h"
 #include "hexview/HexView.h"
 #include "hexview/HexViewPaint.h"
 
@@ -49,8 +50,12 @@ private:
     void Paint();
     std::int32_t TrackPosition(int bar) const;
 
+    // Posted to this window when the fonts are known and the view can be measured.
+    static constexpr UINT FontsReadyMessage = WM_USER + 1;
+
     HexView& view;
     HWND window = nullptr;
+    DirectWriteStart directWrite; // before the graphics, which take their factory from it
     std::unique_ptr<HexViewGraphics> graphics; // Direct2D and DirectWrite resources, made lazily
     HexViewPaint paint;                        // kept between paints so that its storage is reused
 };

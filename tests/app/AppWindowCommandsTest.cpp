@@ -313,7 +313,8 @@ TEST_F(AppWindowCommandsTest, TheZoomCommandsChangeTheViewAndTheStatusButAreNotS
     EXPECT_EQ(app.View().Metrics().zoom, 1.0f);
     EXPECT_TRUE(Contains(LastStatus(), Tr("status.zoom") + u": 100%"));
     EXPECT_EQ(ReadFileText(SettingsFile()), storedBefore);
-    EXPECT_TRUE(Called("installMenu"));
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(*menu, app.BuildMenu());
 }
 
 TEST_F(AppWindowCommandsTest, ALanguageCommandAppliesAtOnce)

@@ -56,18 +56,33 @@ TEST_F(AppWindowStartupTest, TheSettingsAreLoadedBeforeAnyClassIsRegistered)
     EXPECT_TRUE(writtenBeforeRegistration);
 }
 
-TEST_F(AppWindowStartupTest, TheMenuIsBuiltBeforeTheChildrenAndAgainAfterTheAnalysisSwitches)
+TEST_F(AppWindowStartupTest, TheMenuStandsBeforeTheChildrenAndFollowsTheAnalysisSwitchesWhenTheyAreLaidOut)
+{
+    AppSettings stored;
+    stored.dataInspectorVisible = false;
+    stored.structViewVisible = true;
+    std::optional<MenuItem> barWhenLaidOut;
+    onCall = [&](const std::string& name) {
+        if (name == "layoutChildren" && !barWhenLaidOut && menu) {
+            barWhenLaidOut = *menu;
+        }
+    };
+    ASSERT_TRUE(StartWith(stored));
+    EXPECT_LT(IndexOf(calls, "installMenu"), IndexOf(calls, "createStatusBar"));
+    // The switches are applied before the children are laid out, and the bar then standing shows them.
+    ASSERT_TRUE(barWhenLaidOut);
+    EXPECT_EQ(*barWhenLaidOut, app.BuildMenu());
+}
+
+TEST_F(AppWindowStartupTest, AMenuLikeTheOneStandingIsNotBuiltAgain)
 {
     ASSERT_TRUE(Start());
-    const std::size_t statusBar = IndexOf(calls, "createStatusBar");
-    EXPECT_LT(IndexOf(calls, "installMenu"), statusBar);
-    // The switches end before the children are laid out; a menu built after them comes before that.
-    const std::size_t layout = IndexOf(calls, "layoutChildren");
-    const std::size_t lastSwitch = LastIndexBefore(calls, "destroyStructViewWindow", layout);
-    ASSERT_LT(lastSwitch, layout);
-    const std::size_t lastMenu = LastIndexBefore(calls, "installMenu", layout);
-    EXPECT_GT(lastMenu, lastSwitch);
-    EXPECT_LT(lastMenu, layout);
+    calls.clear();
+    app.RebuildMenu();
+    EXPECT_FALSE(Called("installMenu"));
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::ViewThemeBlack)));
+    EXPECT_TRUE(Called("installMenu"));
+    EXPECT_TRUE(Item(CommandId::ViewThemeBlack).checked);
 }
 
 TEST_F(AppWindowStartupTest, TheStoredEncodingThemeAndFontAreGivenToTheView)
