@@ -5,6 +5,7 @@
 #include "app/MenuBarWin32.h"
 #include "app/MessagePumpWin32.h"
 #include "app/WindowPlacement.h"
+#include "hexview/SystemLibraryWin32.h"
 #include "settings/ExecutableFolder.h"
 #include "settings/SettingsPath.h"
 
@@ -451,7 +452,11 @@ std::optional<std::u16string> AppWindowWin32::ChooseFileToOpen(const std::u16str
     dialog.nMaxFile = static_cast<DWORD>(buffer.size());
     dialog.lpstrTitle = Wide(title);
     dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
-    if (!GetOpenFileNameW(&dialog)) {
+    // The dialogs' library is loaded when first asked for: it brings a good part of the shell with it,
+    // which the window need not wait for.
+    const SystemLibrary dialogs(L"comdlg32.dll");
+    const auto chooseFile = dialogs.Find<decltype(GetOpenFileNameW)>("GetOpenFileNameW");
+    if (!chooseFile || !chooseFile(&dialog)) {
         return std::nullopt;
     }
     return FromWide(buffer.data());
