@@ -64,6 +64,9 @@ tolmo_wine_draws_frames() {
     return 0
   fi
   "$TOLMO_ROOT/scripts/wine-run" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$managed" /f >/dev/null 2>&1
+  # The server that wrote it may still run, with no display: programs started on one now would find
+  # no way to show a window.
+  tolmo_wait_for_idle_wine
 }
 
 # Waits until no Wine process of the prefix runs, so that the next one starts on this display.
