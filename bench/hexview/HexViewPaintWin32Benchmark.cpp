@@ -143,7 +143,17 @@ int Run()
     ShowWindow(frame, SW_SHOWMAXIMIZED);
     UpdateWindow(frame);
     view.SetDocument(&document);
+    // The fonts are read on a thread of their own; the view has cells to time only once they are known.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (view.Metrics().hexWidth <= 0.0f && std::chrono::steady_clock::now() < deadline) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+        PumpPendingMessages();
+    }
     PumpPendingMessages();
+    if (view.Metrics().hexWidth <= 0.0f) {
+        std::printf("the fonts were not ready in time\n");
+        return 1;
+    }
 
     RECT client{};
     GetClientRect(hexViewWindow, &client);
