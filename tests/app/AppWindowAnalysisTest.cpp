@@ -6,6 +6,8 @@
 
 #include "hexview/VirtualKey.h"
 
+#include <chrono>
+
 namespace tlm::test {
 namespace {
 
@@ -155,6 +157,78 @@ TEST_F(AppWindowAnalysisTest, AClosedMessageForAnInspectorAlreadyOffDoesNotWrite
     std::filesystem::remove(std::filesystem::path(SettingsFile()));
     EXPECT_TRUE(app.OnAppMessage(AppMessage::InspectorClosed, 0, 0));
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(SettingsFile())));
+}
+
+TEST_F(AppWindowAnalysisTest, TheValuesShownAreThoseOfTheBytesAtTheCaret)
+{
+    OpenFile(WriteFile("values.bin", {0x00, 0x41, 0x42, 0x43, 0x44}));
+    app.View().OnKeyDown(VirtualKey::Right, false);
+    DeliverViewMessages();
+    ClearRecords();
+    // Older answers are dropped as they come; the one for the latest request is shown.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (inspectorValues.empty() && std::chrono::steady_clock::now() < deadline) {
+        results.WaitForPosted(AppMessage::InspectorResult, results.PostedCount(AppMessage::InspectorResult) + 1,
+            std::chrono::milliseconds(50));
+        DeliverResults();
+    }
+    ASSERT_FALSE(inspectorValues.empty());
+    const std::vector<std::u16string>& rows = inspectorValues.back();
+    ASSERT_EQ(rows.size(), 12u);
+    EXPECT_EQ(rows[0], u"0b0100_0001");
+    EXPECT_EQ(rows[2], u"16961 / 0x4241");
+    EXPECT_EQ(rows[5], u"1094861636 / 0x41424344");
+    // Eight bytes are wanted, four are there.
+    EXPECT_EQ(rows[6], Tr("inspector.data.value.unavailable"));
+}
+
+TEST_F(AppWindowAnalysisTest, SwitchingTheInspectorOnMakesLabelsPlacesAndRequestsItsWindow)
+{
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::SettingsAnalysisDataInspector)));
+    ClearRecords();
+    const std::uint64_t before = app.Inspector().CurrentGeneration();
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::SettingsAnalysisDataInspector)));
+    EXPECT_TRUE(inspectorWindow);
+    const std::vector<std::string> order =
+        CallsAmong({"ensureInspectorWindow", "relabelAnalysisWindows", "placeAnalysisWindows", "installMenu"});
+    ASSERT_GE(order.size(), 4u);
+    EXPECT_EQ(std::vector<std::string>(order.begin(), order.begin() + 3),
+        (std::vector<std::string>{"ensureInspectorWindow", "relabelAnalysisWindows", "placeAnalysisWindows"}));
+    EXPECT_EQ(order.back(), "installMenu");
+    EXPECT_GT(app.Inspector().CurrentGeneration(), before);
+}
+
+TEST_F(AppWindowAnalysisTest, SwitchingTheInspectorOffDestroysItsWindow)
+{
+    ClearRecords();
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::SettingsAnalysisDataInspector)));
+    EXPECT_TRUE(Called("destroyInspectorWindow"));
+    EXPECT_FALSE(Called("ensureInspectorWindow"));
+}
+
+TEST_F(AppWindowAnalysisTest, MovingSizingAndANewDpiPlaceTheAnalysisWindows)
+{
+    ClearRecords();
+    app.OnMove();
+    EXPECT_EQ(CallCount("placeAnalysisWindows"), 1u);
+    app.OnSize();
+    EXPECT_EQ(CallCount("placeAnalysisWindows"), 2u);
+    app.OnDpiChanged(144);
+    EXPECT_EQ(CallCount("placeAnalysisWindows"), 3u);
+}
+
+TEST_F(AppWindowAnalysisTest, AnInspectorWindowThatCannotBeMadeIsNeitherPlacedNorFed)
+{
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::SettingsAnalysisDataInspector)));
+    inspectorWindowWorks = false;
+    const std::uint64_t before = app.Inspector().CurrentGeneration();
+    ClearRecords();
+    ASSERT_TRUE(app.ExecuteCommand(ToNumber(CommandId::SettingsAnalysisDataInspector)));
+    EXPECT_TRUE(app.Settings().dataInspectorVisible);
+    EXPECT_FALSE(Called("relabelAnalysisWindows"));
+    EXPECT_FALSE(Called("placeAnalysisWindows"));
+    EXPECT_EQ(app.Inspector().CurrentGeneration(), before);
+    EXPECT_TRUE(Item(CommandId::SettingsAnalysisDataInspector).checked);
 }
 
 TEST_F(AppWindowAnalysisTest, TheStructViewClosedMessageSwitchesTheStructViewOffAndStoresIt)

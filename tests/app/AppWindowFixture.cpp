@@ -347,8 +347,8 @@ AppPlatform AppWindowFixture::MakePlatform()
 
     platform.ensureInspectorWindow = [this, record] {
         record("ensureInspectorWindow");
-        inspectorWindow = true;
-        return true;
+        inspectorWindow = inspectorWindowWorks;
+        return inspectorWindowWorks;
     };
     platform.destroyInspectorWindow = [this, record] {
         record("destroyInspectorWindow");

@@ -210,6 +210,7 @@ protected:
 
     // The analysis windows.
     bool inspectorWindow = false;
+    bool inspectorWindowWorks = true; // the answer of making the inspector's window
     bool structViewWindow = false;
     std::vector<std::vector<std::u16string>> inspectorValues;
     std::vector<std::u16string> structMessages;
