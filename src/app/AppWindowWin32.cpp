@@ -2,6 +2,7 @@
 
 #include "app/AcceleratorTable.h"
 #include "app/AppResources.h"
+#include "app/InspectorPlacement.h"
 #include "app/MenuBarWin32.h"
 #include "app/MessagePumpWin32.h"
 #include "app/WindowPlacement.h"
@@ -13,6 +14,7 @@
 #include <commdlg.h>
 #include <shellapi.h>
 
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -199,6 +201,23 @@ AppPlatform AppWindowWin32::MakePlatform()
     };
     platform.pumpMessages = [] { PumpMessages(); };
     platform.tickCount = [] { return static_cast<std::uint64_t>(GetTickCount64()); };
+
+    platform.ensureInspectorWindow = [this] { return EnsureInspectorWindow(); };
+    platform.destroyInspectorWindow = [this] { inspectorWindow.Destroy(); };
+    platform.showInspectorValues = [this](std::vector<std::u16string> values) {
+        inspectorWindow.Logic().SetValues(std::move(values));
+    };
+    platform.themeAnalysisWindows = [this](Theme theme) {
+        inspectorWindow.Logic().SetTheme(theme);
+    };
+    platform.relabelAnalysisWindows = [this] {
+        if (inspectorWindow.Handle()) {
+            inspectorWindow.Logic().SetLabels(InspectorTexts());
+        }
+    };
+    platform.placeAnalysisWindows = [this] {
+        PlaceInspectorWindow();
+    };
     return platform;
 }
 
@@ -460,6 +479,44 @@ std::optional<std::u16string> AppWindowWin32::ChooseFileToOpen(const std::u16str
         return std::nullopt;
     }
     return FromWide(buffer.data());
+}
+
+InspectorLabels AppWindowWin32::InspectorTexts()
+{
+    return MakeInspectorLabels([this](std::string_view key) { return app.Tr(key); });
+}
+
+bool AppWindowWin32::EnsureInspectorWindow()
+{
+    if (inspectorWindow.Handle()) {
+        return true;
+    }
+    if (!window || !inspectorWindow.Show(window, instance, InspectorTexts(), app.Settings().theme)) {
+        return false;
+    }
+    PlaceInspectorWindow();
+    return true;
+}
+
+void AppWindowWin32::PlaceInspectorWindow()
+{
+    const HWND inspector = inspectorWindow.Handle();
+    RECT main{};
+    if (!window || !inspector || !GetWindowRect(window, &main)) {
+        return;
+    }
+    const InspectorPlacementStep step = PlaceInspectorBeside(ToScreenRect(main), IsIconic(window) != FALSE,
+        IsZoomed(inspector) != FALSE, inspectorWindow.Logic().WindowWidth());
+    if (step.move) {
+        SetWindowPos(inspector, nullptr, step.move->left, step.move->top, step.move->width, step.move->height,
+            SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+    }
+    if (!step.show) {
+        ShowWindow(inspector, SW_HIDE);
+    } else if (!IsWindowVisible(inspector)) {
+        // Shown again as it was left; the main window keeps the activation and the keys.
+        ShowWindow(inspector, SW_SHOWNOACTIVATE);
+    }
 }
 
 LRESULT CALLBACK AppWindowWin32::MainWindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)

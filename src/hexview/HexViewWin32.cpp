@@ -1,5 +1,7 @@
 #include "hexview/HexViewWin32.h"
 
+#include "hexview/ClipboardWin32.h"
+#include "hexview/ComRefWin32.h"
 #include "hexview/SystemLibraryWin32.h"
 
 #include <windowsx.h>
@@ -19,43 +21,6 @@
 namespace tlm {
 
 namespace {
-
-// Owns one reference to a COM object.
-template <typename T>
-class ComRef {
-public:
-    ComRef() = default;
-    ComRef(const ComRef&) = delete;
-    ComRef& operator=(const ComRef&) = delete;
-    ~ComRef() { Reset(); }
-
-    void Reset()
-    {
-        if (object != nullptr) {
-            object->Release();
-            object = nullptr;
-        }
-    }
-    // The slot a creating call fills; whatever was held is released first.
-    T** Put()
-    {
-        Reset();
-        return &object;
-    }
-    T* Get() const { return object; }
-    T* operator->() const { return object; }
-    explicit operator bool() const { return object != nullptr; }
-
-    template <typename U>
-    bool QueryInto(ComRef<U>& other) const
-    {
-        return object != nullptr
-            && SUCCEEDED(object->QueryInterface(__uuidof(U), reinterpret_cast<void**>(other.Put())));
-    }
-
-private:
-    T* object = nullptr;
-};
 
 constexpr float CharacterLayoutBox = 256.0f;
 
@@ -299,34 +264,6 @@ void Execute(const HexViewPaint& paint, ID2D1RenderTarget& target, const HexView
     }
 }
 
-void CopyToClipboard(HWND window, const std::u16string& text)
-{
-    if (!OpenClipboard(window)) {
-        return;
-    }
-    EmptyClipboard();
-    const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
-    HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, bytes);
-    if (block != nullptr) {
-        if (void* memory = GlobalLock(block)) {
-            auto* characters = static_cast<wchar_t*>(memory);
-            for (std::size_t i = 0; i < text.size(); ++i) {
-                characters[i] = static_cast<wchar_t>(text[i]);
-            }
-            characters[text.size()] = L'\0';
-            GlobalUnlock(block);
-            // On success the clipboard owns the block.
-            if (SetClipboardData(CF_UNICODETEXT, block) != nullptr) {
-                block = nullptr;
-            }
-        }
-    }
-    if (block != nullptr) {
-        GlobalFree(block);
-    }
-    CloseClipboard();
-}
-
 void SetScrollBar(HWND window, int bar, const ScrollBarValues& values)
 {
     SCROLLINFO info{};
@@ -441,7 +378,7 @@ HexViewHost HexViewWindow::MakeHost()
             SetScrollBar(window, SB_HORZ, bars.horizontal);
         }
     };
-    host.copyToClipboard = [this](const std::u16string& text) { CopyToClipboard(window, text); };
+    host.copyToClipboard = [this](const std::u16string& text) { CopyTextToClipboard(window, text); };
     host.releaseGraphics = [this] { ReleaseGraphics(); };
     host.clientSize = [this] {
         RECT client{};
