@@ -114,6 +114,12 @@ public:
         }
         if (textFormat && !renderTarget) {
             MakeRenderTarget(window, dpi);
+            if (renderTarget) {
+                // Wine shows what a new target draws into a top-level window only once the window has
+                // been laid out again; asking for its frame anew does that and changes nothing else.
+                SetWindowPos(window, nullptr, 0, 0, 0, 0,
+                    SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER | SWP_FRAMECHANGED);
+            }
         }
         return textFormat && renderTarget;
     }
@@ -248,11 +254,12 @@ bool DataInspectorWindowWin32::Show(HWND owner, HINSTANCE instance, const Inspec
 
 void DataInspectorWindowWin32::Destroy()
 {
-    if (window) {
-        DestroyWindow(window); // its last message forgets it
-    }
+    // The drawing resources go before the window they draw into.
     if (graphics) {
         graphics->ReleaseWindowResources();
+    }
+    if (window) {
+        DestroyWindow(window); // its last message forgets it
     }
 }
 
@@ -412,10 +419,12 @@ LRESULT DataInspectorWindowWin32::HandleMessage(HWND hwnd, UINT message, WPARAM 
             PostMessageW(parent, static_cast<UINT>(AppMessage::InspectorClosed), 0, 0);
         }
         return 0;
-    case WM_NCDESTROY:
+    case WM_DESTROY:
         if (graphics) {
             graphics->ReleaseWindowResources();
         }
+        break;
+    case WM_NCDESTROY:
         SetWindowLongPtrW(hwnd, GWLP_USERDATA, 0);
         window = nullptr;
         logic.OnCaptureChanged();
