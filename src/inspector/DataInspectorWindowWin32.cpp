@@ -132,14 +132,17 @@ public:
         textFormat.Reset();
     }
 
-    ComRef<ID2D1HwndRenderTarget> renderTarget;
-    ComRef<IDWriteTextFormat> textFormat;
+    ID2D1HwndRenderTarget* Target() const { return renderTarget.Get(); }
+    IDWriteTextFormat* TextFormat() const { return textFormat.Get(); }
 
 private:
+    // In the order of making: each goes before what it was made from.
     DirectWriteStart directWrite;
-    std::unique_ptr<SystemLibrary> d2dLibrary; // outlives what was made through it
+    std::unique_ptr<SystemLibrary> d2dLibrary;
     ComRef<ID2D1Factory> d2dFactory;
     ComRef<IDWriteFactory> dwriteFactory;
+    ComRef<IDWriteTextFormat> textFormat;
+    ComRef<ID2D1HwndRenderTarget> renderTarget;
 };
 
 namespace {
@@ -312,11 +315,11 @@ void DataInspectorWindowWin32::Paint()
     // Without a text engine yet nothing is drawn; the engine's arrival asks for the paint again.
     if (graphics && graphics->Ensure(window, logic.Dpi())) {
         BuildInspectorPaint(logic, ClientSize(), paint);
-        ID2D1HwndRenderTarget& target = *graphics->renderTarget.Get();
+        ID2D1HwndRenderTarget& target = *graphics->Target();
         InspectorBrushes brushes;
         if (brushes.Make(target, paint.palette)) {
             target.BeginDraw();
-            Execute(paint, target, *graphics->textFormat.Get(), brushes);
+            Execute(paint, target, *graphics->TextFormat(), brushes);
             if (target.EndDraw() == static_cast<HRESULT>(D2DERR_RECREATE_TARGET)) {
                 graphics->DropTarget();
                 InvalidateRect(window, nullptr, FALSE);
