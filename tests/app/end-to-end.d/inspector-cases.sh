@@ -150,7 +150,7 @@ setting_inspector_visible() { # true|false
 }
 
 # Every inspector case starts the same way: a file, and the main window dragged left so that the
-# inspector is all on the screen (Wine draws nothing of a Direct2D window that reaches past it).
+# inspector is all on the screen, where it can be photographed and clicked.
 start_inspected() { # FILE
   local mw
   open_file "$1"
