@@ -1,0 +1,219 @@
+# The dialogs' cases: go to, find (hex, text, cancel), font and about. Sourced by `case` with its
+# helpers defined; runs the case when NAME is one of these and ends the script, else returns.
+
+prompt_class="Tolmo.PromptDialog"
+search_class="Tolmo.SearchDialog"
+font_class="Tolmo.FontDialog"
+about_class="Tolmo.AboutDialog"
+goto_title="$(tolmo_string en-US dialog.goto.title)"
+find_title="$(tolmo_string en-US dialog.search.title)"
+font_title="$(tolmo_string en-US dialog.font.title)"
+about_title="$(tolmo_string en-US dialog.about.title)"
+prompt_edit=3002
+query_box=3104
+
+# "enabled|disabled TEXT" of a dialog's control.
+control_state() { # CLASS TITLE ID
+  tolmo_drive control "$1" "$2" "$3" "$TOLMO_TIMEOUT_MS"
+}
+
+control_text() { # CLASS TITLE ID
+  local state
+  state="$(control_state "$@")" || return 1
+  sed 's/^[a-z]* //' <<<"$state"
+}
+
+control_enabled() { # CLASS TITLE ID
+  [[ "$(control_state "$@")" == enabled* ]]
+}
+
+control_disabled() { # CLASS TITLE ID
+  [[ "$(control_state "$@")" == disabled* ]]
+}
+
+# Waits for a dialog to stand with the keyboard in its control of class CHILD.
+wait_dialog() { # CLASS TITLE CHILD
+  tolmo_drive wait "$1" "$2" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "no dialog \"$2\""
+  tolmo_drive wait-focus "$1" "$2" "$3" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "the keys do not reach the $3 of \"$2\""
+}
+
+dialog_gone() { # CLASS TITLE
+  tolmo_drive wait-gone "$1" "$2" "$TOLMO_TIMEOUT_MS" >/dev/null
+}
+
+dialog_stands() { # CLASS TITLE
+  tolmo_drive wait "$1" "$2" 2000 >/dev/null
+}
+
+# The caret's offset as the go-to prompt offers it, the prompt closed again with Esc.
+caret_offset() {
+  tolmo_keys ctrl+g
+  wait_dialog "$prompt_class" "$goto_title" Edit
+  control_text "$prompt_class" "$goto_title" "$prompt_edit" || fail "cannot read the go-to prompt"
+  tolmo_keys Escape
+  dialog_gone "$prompt_class" "$goto_title" || fail "Esc did not close the go-to prompt"
+  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view did not get the keys back after the prompt"
+}
+
+open_find() {
+  tolmo_keys ctrl+f
+  wait_dialog "$search_class" "$find_title" Edit
+}
+
+# Waits until the request the dialog runs has ended: its query box takes input again.
+wait_search_done() {
+  tolmo_drive wait-idle "$search_class" "$find_title" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "the find dialog hangs"
+  tolmo_poll_seconds 60 control_enabled "$search_class" "$find_title" "$query_box" || fail "the search did not end"
+}
+
+close_find() {
+  tolmo_keys Escape
+  dialog_gone "$search_class" "$find_title" || fail "Esc did not close the idle find dialog"
+  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view did not get the keys back after the find dialog"
+}
+
+# Types into the focused control as a user would; text beyond the keyboard comes by the clipboard.
+type_text() {
+  xdotool type --delay 40 -- "$1"
+}
+
+paste_text() {
+  printf '%s' "$1" | xclip -i -selection clipboard >/dev/null 2>&1
+  tolmo_poll_seconds 5 tolmo_clipboard_is "$1" || fail "cannot put \"$1\" on the clipboard"
+  tolmo_keys ctrl+v
+}
+
+# Finds QUERY with KEY (Return for Next, alt+p for Previous) in a fresh run of the dialog, closes it
+# and expects the selection to copy as COPY with the caret at OFFSET.
+find_hit() { # QUERY KEY COPY OFFSET
+  open_find
+  type_text "$1"
+  tolmo_keys "$2"
+  wait_search_done
+  close_find
+  local copied offset
+  copied="$(tolmo_copy_selection)" || fail "\"$1\": Ctrl+C copied nothing, so nothing was selected"
+  [ "$copied" = "$3" ] || fail "\"$1\": the selection copied \"$copied\", not \"$3\""
+  offset="$(caret_offset)"
+  [ "$offset" = "$4" ] || fail "\"$1\": the caret is at $offset, not $4"
+  echo "hit: \"$1\" with $2 at $offset"
+}
+
+# A message box of CAPTION saying TEXT, owned by a window of OWNER_CLASS, photographed for its icon.
+check_box() { # CAPTION TEXT OWNER_CLASS ICON SHOT
+  local out rect text owner
+  out="$(tolmo_drive wait "$TOLMO_BOX_CLASS" "$1" "$TOLMO_TIMEOUT_MS")" || fail "no box \"$1\" saying \"$2\""
+  rect="$(head -n 1 <<<"$out")"
+  text="$(sed -n 2p <<<"$out")"
+  [ "$text" = "$2" ] || fail "the box says \"$text\", not \"$2\""
+  owner="$(tolmo_drive owner "$1" "$TOLMO_TIMEOUT_MS")"
+  [[ "$owner" == "visible $3 "* ]] || fail "the box \"$2\" is owned by \"$owner\", not a $3"
+  if [ "$4" != "-" ]; then
+    tolmo_drive repaint "$TOLMO_BOX_CLASS" "$1" "$TOLMO_TIMEOUT_MS" >/dev/null 2>&1 || true
+    tolmo_screenshot "$rect" "$TOLMO_SHOTS/$5" 10 || fail "no picture of the box"
+    box_icon_is "$4" "$TOLMO_SHOTS/$5" || fail "the box \"$2\" has no $4 icon"
+  fi
+  tolmo_drive dismiss "$1" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "cannot dismiss \"$2\""
+  tolmo_drive wait-gone "$TOLMO_BOX_CLASS" "$1" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "the box \"$2\" stays"
+}
+
+no_box() { # CAPTION SECONDS
+  ! tolmo_drive wait "$TOLMO_BOX_CLASS" "$1" "$(($2 * 1000))" >/dev/null 2>&1
+}
+
+dialogs_case_ran=yes
+case "$name" in
+  go-to)
+    # Ctrl+G offers the caret, " 0X1f " goes to 31, Esc cancels, "g" and 17 digits are refused with
+    # the caret left, and an offset past the end stops on the last byte.
+    file="$work/counting.bin"
+    make_counting_file "$file"
+    open_file "$file"
+    calibrate
+    [ "$(caret_offset)" = "0" ] || fail "the prompt does not offer the caret 0"
+    tolmo_keys ctrl+g
+    wait_dialog "$prompt_class" "$goto_title" Edit
+    tolmo_shot "$(tolmo_drive wait "$prompt_class" "$goto_title" "$TOLMO_TIMEOUT_MS" | head -n 1)" \
+      "$TOLMO_SHOTS/prompt.png"
+    # The offered text is selected: typing replaces it.
+    type_text " 0X1f "
+    tolmo_keys Return
+    dialog_gone "$prompt_class" "$goto_title" || fail "OK did not close the prompt"
+    expect_caret 1 15 "go to \" 0X1f \""
+    [ "$(caret_offset)" = "1F" ] || fail "the prompt does not offer the caret 1F"
+    for bad in g 10000000000000000; do
+      tolmo_keys ctrl+g
+      wait_dialog "$prompt_class" "$goto_title" Edit
+      type_text "$bad"
+      tolmo_keys Return
+      check_box "$goto_title" "$(tolmo_string en-US error.goto_invalid)" "$TOLMO_MAIN_CLASS" stop "goto-$bad.png"
+      ! dialog_stands "$prompt_class" "$goto_title" || fail "the prompt came back after \"$bad\""
+      tolmo_focus "$title" || fail "the view did not get the keys back after the box"
+      [ "$(caret_offset)" = "1F" ] || fail "the caret moved on \"$bad\""
+    done
+    tolmo_keys ctrl+g
+    wait_dialog "$prompt_class" "$goto_title" Edit
+    type_text "FFFFFFFF"
+    tolmo_keys Return
+    dialog_gone "$prompt_class" "$goto_title" || fail "OK did not close the prompt"
+    [ "$(caret_offset)" = "FFF" ] || fail "an offset past the end did not stop on the last byte"
+    close_program "$title" "$pid"
+    ;;
+
+  find-hex)
+    # Hex queries through Ctrl+F: Next and Previous through overlapping hits, each checked by Ctrl+C
+    # and the caret; the not-found and invalid-hex boxes owned by the dialog, which stays; the
+    # history offered again in the query box after the program restarts.
+    file="$work/hits.bin"
+    printf '\x00\xaa\xaa\xaa\x00\xaa\xaa\x00\x4a\x4b\x11\x22' >"$file"
+    open_file "$file"
+    find_hit "AA AA" Return "AA AA" 1
+    # The hit stays selected, so Next goes on from one past its first byte: overlapping hits.
+    find_hit "aa aa" Return "AA AA" 2
+    find_hit "AAAA" Return "AA AA" 5
+    find_hit "AA  AA" alt+p "AA AA" 2
+    find_hit "4A 4b" Return "4A 4B" 8
+    open_find
+    type_text "12 34"
+    tolmo_keys Return
+    check_box "$find_title" "$(tolmo_string en-US error.search_not_found)" "$search_class" - not-found.png
+    dialog_stands "$search_class" "$find_title" || fail "the not-found box closed the dialog"
+    wait_search_done
+    tolmo_drive wait-focus "$search_class" "$find_title" Edit "$TOLMO_TIMEOUT_MS" >/dev/null ||
+      fail "the query box did not get the keys back after the request"
+    # The query is selected again after a request: typing replaces it.
+    type_text "4A 4"
+    tolmo_keys Return
+    check_box "$find_title" "$(tolmo_string en-US error.search_invalid_hex)" "$search_class" stop invalid-hex.png
+    dialog_stands "$search_class" "$find_title" || fail "the invalid-hex box closed the dialog"
+    wait_search_done
+    close_find
+    [ "$(tolmo_copy_selection)" = "4A 4B" ] || fail "a refused request changed the selection"
+    [ "$(caret_offset)" = "8" ] || fail "a refused request moved the caret"
+    close_program "$title" "$pid"
+    has_setting '      "text": "12 34"' || echo "note: settings hold: $(tr -d '\r' <"$(tolmo_settings_file)" | grep -A3 -i search)"
+    open_file "$file"
+    open_find
+    tolmo_keys Down
+    tolmo_poll_seconds 10 eval '[ "$(control_text "$search_class" "$find_title" "$query_box")" = "12 34" ]' ||
+      fail "the newest hex query is not offered first after the restart: \"$(control_text "$search_class" "$find_title" "$query_box")\""
+    tolmo_keys Down
+    tolmo_poll_seconds 10 eval '[ "$(control_text "$search_class" "$find_title" "$query_box")" = "4A 4b" ]' ||
+      fail "the second hex query is not offered next"
+    tolmo_keys Return
+    wait_search_done
+    close_find
+    [ "$(tolmo_copy_selection)" = "4A 4B" ] || fail "the query taken from the history did not find 4A 4B"
+    [ "$(caret_offset)" = "8" ] || fail "the query taken from the history did not put the caret on 8"
+    close_program "$title" "$pid"
+    ;;
+
+  *)
+    dialogs_case_ran=no
+    ;;
+esac
+if [ "$dialogs_case_ran" = yes ]; then
+  report_defects || exit 1
+  echo "$name: passed"
+  exit 0
+fi
