@@ -92,14 +92,15 @@ LRESULT AboutDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, 
         window = hwnd;
         CreateControls();
         return 0;
-    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORSTATIC: {
+        // Every text stands on the window's colour; the link alone is coloured.
+        const auto context = reinterpret_cast<HDC>(wParam);
         if (reinterpret_cast<HWND>(lParam) == link) {
-            const auto context = reinterpret_cast<HDC>(wParam);
             SetTextColor(context, RGB(AboutLinkRed, AboutLinkGreen, AboutLinkBlue));
-            SetBkMode(context, TRANSPARENT);
-            return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
         }
-        break;
+        SetBkMode(context, TRANSPARENT);
+        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+    }
     case WM_SETCURSOR:
         if (reinterpret_cast<HWND>(wParam) == link) {
             SetCursor(LoadCursorW(nullptr, IDC_HAND));

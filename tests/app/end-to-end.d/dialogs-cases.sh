@@ -117,6 +117,20 @@ check_box() { # CAPTION TEXT OWNER_CLASS ICON SHOT
   tolmo_drive wait-gone "$TOLMO_BOX_CLASS" "$1" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "the box \"$2\" stays"
 }
 
+dialog_rect() { # CLASS TITLE
+  tolmo_drive wait "$1" "$2" "$TOLMO_TIMEOUT_MS" | head -n 1
+}
+
+dialog_shot() { # CLASS TITLE FILE
+  tolmo_drive repaint "$1" "$2" "$TOLMO_TIMEOUT_MS" >/dev/null 2>&1 || true
+  tolmo_screenshot "$(dialog_rect "$1" "$2")" "$TOLMO_SHOTS/$3" 10 || fail "no picture of \"$2\""
+}
+
+# The screen rectangle of a dialog's control: "left top width height" of its client area.
+control_rect() { # CLASS TITLE ID
+  tolmo_drive children "$1" "$2" "$TOLMO_TIMEOUT_MS" | awk -v id="$3" '$2 == id { print $4, $5, $6, $7; exit }'
+}
+
 no_box() { # CAPTION SECONDS
   ! tolmo_drive wait "$TOLMO_BOX_CLASS" "$1" "$(($2 * 1000))" >/dev/null 2>&1
 }
@@ -174,6 +188,7 @@ case "$name" in
     find_hit "AA  AA" alt+p "AA AA" 2
     find_hit "4A 4b" Return "4A 4B" 8
     open_find
+    dialog_shot "$search_class" "$find_title" find-dialog.png
     type_text "12 34"
     tolmo_keys Return
     check_box "$find_title" "$(tolmo_string en-US error.search_not_found)" "$search_class" - not-found.png
@@ -191,7 +206,8 @@ case "$name" in
     [ "$(tolmo_copy_selection)" = "4A 4B" ] || fail "a refused request changed the selection"
     [ "$(caret_offset)" = "8" ] || fail "a refused request moved the caret"
     close_program "$title" "$pid"
-    has_setting '      "text": "12 34"' || echo "note: settings hold: $(tr -d '\r' <"$(tolmo_settings_file)" | grep -A3 -i search)"
+    tr -d '\r' <"$(tolmo_settings_file)" | grep -qF '{"kind": "hex", "query": "12 34"}, {"kind": "hex", "query": "4A 4b"}' ||
+      fail "the history is not in the settings file, newest first"
     open_file "$file"
     open_find
     tolmo_keys Down
@@ -205,6 +221,127 @@ case "$name" in
     close_find
     [ "$(tolmo_copy_selection)" = "4A 4B" ] || fail "the query taken from the history did not find 4A 4B"
     [ "$(caret_offset)" = "8" ] || fail "the query taken from the history did not put the caret on 8"
+    close_program "$title" "$pid"
+    ;;
+
+  find-text)
+    # A text query in Shift_JIS on a Japanese sample: the type box switched to text, the query pasted,
+    # Next through both hits; the text history offered in the next run of the dialog.
+    file="$work/japanese.bin"
+    { printf 'ABC'; printf '日本語のテキスト、日本語です' | iconv -f UTF-8 -t SHIFT_JIS; printf 'XYZ'; } >"$file"
+    open_file "$file"
+    tolmo_keys "alt+$(access_key en-US menu.settings)" "$(access_key en-US menu.view.encoding)" \
+      "$(access_key en-US menu.view.encoding.japanese)" Return
+    tolmo_idle "$title"
+    tolmo_poll_seconds 10 has_setting '      "code": "cp932"' || fail "Shift_JIS was not chosen"
+    open_find
+    # From the query box back to the type box, which starts on hex, and on to text.
+    tolmo_keys shift+Tab Down Tab
+    tolmo_drive wait-focus "$search_class" "$find_title" Edit "$TOLMO_TIMEOUT_MS" >/dev/null ||
+      fail "Tab did not bring the keys back to the query box"
+    paste_text "日本語"
+    tolmo_poll_seconds 10 eval '[ "$(control_text "$search_class" "$find_title" "$query_box")" = "日本語" ]' ||
+      fail "the query box holds \"$(control_text "$search_class" "$find_title" "$query_box")\" after the paste"
+    dialog_shot "$search_class" "$find_title" text-query.png
+    tolmo_keys Return
+    wait_search_done
+    close_find
+    [ "$(tolmo_copy_selection)" = "93 FA 96 7B 8C EA" ] || fail "the first hit is not the Shift_JIS bytes of the query"
+    [ "$(caret_offset)" = "3" ] || fail "the first hit is not at 3"
+    open_find
+    tolmo_keys shift+Tab Down Tab Down
+    tolmo_poll_seconds 10 eval '[ "$(control_text "$search_class" "$find_title" "$query_box")" = "日本語" ]' ||
+      fail "the text history does not offer the query: \"$(control_text "$search_class" "$find_title" "$query_box")\""
+    tolmo_keys Return
+    wait_search_done
+    close_find
+    [ "$(tolmo_copy_selection)" = "93 FA 96 7B 8C EA" ] || fail "the second hit is not the query's bytes"
+    [ "$(caret_offset)" = "15" ] || fail "the second hit is not at 0x15"
+    close_program "$title" "$pid"
+    ;;
+
+  find-cancel)
+    # A search over an 8 GiB sparse file shows its progress and ends within a fraction of a second of
+    # Esc: the dialog stays, no box is shown, and the caret stays.
+    file="$work/sparse.bin"
+    truncate -s 8G "$file"
+    open_file "$file"
+    status="$(tolmo_status_rect "$title")"
+    tolmo_shot "$status" "$TOLMO_SHOTS/status-idle.png"
+    open_find
+    type_text "12 34"
+    tolmo_keys Return
+    tolmo_poll_seconds 20 control_disabled "$search_class" "$find_title" "$query_box" ||
+      fail "no search seen running"
+    tolmo_screenshot "$status" "$TOLMO_SHOTS/status-searching.png" 10 || true
+    differs_from "$TOLMO_SHOTS/status-idle.png" 50 "$TOLMO_SHOTS/status-searching.png" ||
+      defect "the status bar did not change while searching"
+    pressed=$(date +%s%N)
+    tolmo_keys Escape
+    tolmo_poll_seconds 20 control_enabled "$search_class" "$find_title" "$query_box" || fail "Esc did not end the search"
+    ended=$(date +%s%N)
+    elapsed=$(((ended - pressed) / 1000000))
+    echo "Esc to the end of the search, seen from outside: $elapsed ms"
+    dialog_stands "$search_class" "$find_title" || fail "Esc during the search closed the dialog"
+    # Had the search run on, it would have ended in a not-found box.
+    no_box "$find_title" 5 || fail "a box was shown after Esc"
+    [ "$elapsed" -lt 3000 ] || fail "the search took $elapsed ms to end after Esc"
+    close_find
+    [ "$(caret_offset)" = "0" ] || fail "the cancelled search moved the caret"
+    close_program "$title" "$pid"
+    ;;
+
+  font-dialog)
+    # Settings > Font: the last fixed-pitch family and 28 points; the settings file and the row
+    # height change.
+    open_file "$sample"
+    calibrate
+    first_height="$row_height"
+    tolmo_keys "alt+$(access_key en-US menu.settings)" "$(access_key en-US menu.settings.font)"
+    wait_dialog "$font_class" "$font_title" ComboBox
+    dialog_shot "$font_class" "$font_title" font-dialog.png
+    first_family="$(control_text "$font_class" "$font_title" 3302)"
+    tolmo_keys End Tab End
+    tolmo_poll_seconds 10 eval '[ "$(control_text "$font_class" "$font_title" 3304)" = "28" ]' ||
+      fail "End in the size box did not choose 28"
+    family="$(control_text "$font_class" "$font_title" 3302)"
+    echo "font: \"$first_family\" at first, \"$family\" chosen"
+    tolmo_keys Return
+    dialog_gone "$font_class" "$font_title" || fail "OK did not close the font dialog"
+    tolmo_poll_seconds 10 has_setting '    "size": 28,' || fail "the size 28 is not in the settings file"
+    has_setting "    \"family\": $(json_string "$family")," || fail "the family \"$family\" is not in the settings file"
+    tolmo_idle "$title"
+    view="$(tolmo_view_rect "$title")"
+    taller() {
+      local pitch
+      pitch="$(row_pitch "$1")" && awk -v p="$pitch" -v h="$first_height" 'BEGIN { exit !(p > h * 1.8) }'
+    }
+    tolmo_shot_until 15 "$view" "$TOLMO_SHOTS/font-28.png" taller ||
+      fail "the rows are not taller at 28 points ($(row_pitch "$TOLMO_SHOTS/font-28.png" || echo none) against $first_height)"
+    close_program "$title" "$pid"
+    ;;
+
+  about)
+    # Help > About: the texts with the link in its colour; Esc leaves it open, its button closes it;
+    # the button's right edge stands at 508.
+    open_file "$sample"
+    tolmo_keys "alt+$(access_key en-US menu.help)" "$(access_key en-US menu.help.about)"
+    wait_dialog "$about_class" "$about_title" Button
+    dialog_shot "$about_class" "$about_title" about.png
+    link_pixels="$(tolmo_picture count "$TOLMO_SHOTS/about.png" "#0066CC" 40 0 0 100000 100000)"
+    [ "$link_pixels" -gt 30 ] || fail "the link is not drawn in its colour ($link_pixels pixels)"
+    [ "$(control_text "$about_class" "$about_title" 3201)" = "Binary Editor Tolmo" ] || fail "no product line"
+    [ "$(control_text "$about_class" "$about_title" 3202)" = "$(tolmo_string en-US about.version_label) v2.00" ] ||
+      fail "no version line"
+    read -r first_left _ _ _ <<<"$(control_rect "$about_class" "$about_title" 3201)"
+    read -r button_left button_top button_width button_height <<<"$(control_rect "$about_class" "$about_title" 1)"
+    [ $((button_left + button_width - first_left + 12)) -eq 508 ] || fail "the button's right edge is not at 508"
+    tolmo_keys Escape
+    tolmo_drive wait-idle "$about_class" "$about_title" "$TOLMO_TIMEOUT_MS" >/dev/null || fail "the about dialog hangs"
+    dialog_stands "$about_class" "$about_title" || fail "Esc closed the about dialog"
+    tolmo_click $((button_left + button_width / 2)) $((button_top + button_height / 2))
+    dialog_gone "$about_class" "$about_title" || fail "the Close button did not close the about dialog"
+    tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view did not get the keys back"
     close_program "$title" "$pid"
     ;;
 
