@@ -202,6 +202,12 @@ case "$name" in
     check_box "$find_title" "$(tolmo_string en-US error.search_invalid_hex)" "$search_class" stop invalid-hex.png
     dialog_stands "$search_class" "$find_title" || fail "the invalid-hex box closed the dialog"
     wait_search_done
+    # The query box takes 12,287 characters of hex, 4,096 bytes written as pairs with separators.
+    paste_text "$(printf 'A%.0s' $(seq 12300))"
+    query_length() { # EXPECTED
+      [ "$(control_text "$search_class" "$find_title" "$query_box" | tr -d '\n' | wc -m)" -eq "$1" ]
+    }
+    tolmo_poll_seconds 10 query_length 12287 || fail "the hex query box does not stop at 12287 characters"
     close_find
     [ "$(tolmo_copy_selection)" = "4A 4B" ] || fail "a refused request changed the selection"
     [ "$(caret_offset)" = "8" ] || fail "a refused request moved the caret"
@@ -239,6 +245,13 @@ case "$name" in
     tolmo_keys shift+Tab Down Tab
     tolmo_drive wait-focus "$search_class" "$find_title" Edit "$TOLMO_TIMEOUT_MS" >/dev/null ||
       fail "Tab did not bring the keys back to the query box"
+    # In Shift_JIS a text query stops at 2,048 characters.
+    paste_text "$(printf 'x%.0s' $(seq 3000))"
+    query_length() { # EXPECTED
+      [ "$(control_text "$search_class" "$find_title" "$query_box" | tr -d '\n' | wc -m)" -eq "$1" ]
+    }
+    tolmo_poll_seconds 10 query_length 2048 || fail "the text query box does not stop at 2048 characters in Shift_JIS"
+    tolmo_keys End shift+Home
     paste_text "日本語"
     tolmo_poll_seconds 10 eval '[ "$(control_text "$search_class" "$find_title" "$query_box")" = "日本語" ]' ||
       fail "the query box holds \"$(control_text "$search_class" "$find_title" "$query_box")\" after the paste"
@@ -301,6 +314,26 @@ case "$name" in
     wait_dialog "$font_class" "$font_title" ComboBox
     dialog_shot "$font_class" "$font_title" font-dialog.png
     first_family="$(control_text "$font_class" "$font_title" 3302)"
+    # Made smaller, the dialog keeps OK and Cancel in its bottom right corner.
+    read -r font_x font_y font_width font_height <<<"$(dialog_rect "$font_class" "$font_title")"
+    read -r ok_left ok_top _ _ <<<"$(control_rect "$font_class" "$font_title" 1)"
+    read -r cancel_left cancel_top _ _ <<<"$(control_rect "$font_class" "$font_title" 2)"
+    # Its bottom right corner dragged up and left, as a user resizes it.
+    corner_x=$((font_x + font_width - 2)); corner_y=$((font_y + font_height - 2))
+    tolmo_drag "$corner_x" "$corner_y" $((corner_x - 80)) $((corner_y - 60))
+    moved() {
+      read -r _ _ new_width new_height <<<"$(dialog_rect "$font_class" "$font_title")"
+      [ "$new_width" -lt "$font_width" ] || return 1
+      read -r new_left new_top _ _ <<<"$(control_rect "$font_class" "$font_title" 2)"
+      [ $((cancel_left - new_left)) -eq $((font_width - new_width)) ] &&
+        [ $((cancel_top - new_top)) -eq $((font_height - new_height)) ]
+    }
+    tolmo_poll_seconds 10 moved ||
+      fail "the buttons did not follow the dialog's corner: $font_width x $font_height with Cancel at $cancel_left,$cancel_top, then $(dialog_rect "$font_class" "$font_title") with Cancel at $(control_rect "$font_class" "$font_title" 2)"
+    read -r new_ok_left new_ok_top _ _ <<<"$(control_rect "$font_class" "$font_title" 1)"
+    [ $((cancel_left - ok_left)) -eq $((new_left - new_ok_left)) ] && [ "$new_ok_top" -eq "$new_top" ] ||
+      fail "OK did not move with Cancel"
+    dialog_shot "$font_class" "$font_title" font-dialog-smaller.png
     tolmo_keys End Tab End
     tolmo_poll_seconds 10 eval '[ "$(control_text "$font_class" "$font_title" 3304)" = "28" ]' ||
       fail "End in the size box did not choose 28"
