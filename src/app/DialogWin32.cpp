@@ -108,14 +108,6 @@ void RunModalLoop(HWND owner, HWND dialog, const bool& closed, const std::functi
     }
 }
 
-void DestroyDialogWindow(HWND dialog)
-{
-    if (HWND owner = GetWindow(dialog, GW_OWNER)) {
-        EnableWindow(owner, TRUE);
-    }
-    DestroyWindow(dialog);
-}
-
 void ApplyDialogFont(HWND window)
 {
     const HFONT font = DialogFont();

@@ -47,6 +47,7 @@ dialog_stands() { # CLASS TITLE
 
 # The caret's offset as the go-to prompt offers it, the prompt closed again with Esc.
 caret_offset() {
+  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view does not have the keys for Ctrl+G"
   tolmo_keys ctrl+g
   wait_dialog "$prompt_class" "$goto_title" Edit
   control_text "$prompt_class" "$goto_title" "$prompt_edit" || fail "cannot read the go-to prompt"
@@ -56,6 +57,7 @@ caret_offset() {
 }
 
 open_find() {
+  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view does not have the keys for Ctrl+F"
   tolmo_keys ctrl+f
   wait_dialog "$search_class" "$find_title" Edit
 }
@@ -153,6 +155,7 @@ case "$name" in
     type_text " 0X1f "
     tolmo_keys Return
     dialog_gone "$prompt_class" "$goto_title" || fail "OK did not close the prompt"
+    tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view did not get the keys back after the prompt"
     expect_caret 1 15 "go to \" 0X1f \""
     [ "$(caret_offset)" = "1F" ] || fail "the prompt does not offer the caret 1F"
     for bad in g 10000000000000000; do
