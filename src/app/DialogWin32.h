@@ -28,8 +28,8 @@ HWND CreateDialogWindow(HWND owner, HINSTANCE instance, const wchar_t* className
     DWORD style, DWORD exStyle, SIZE outer, void* parameter);
 
 // Disables the owner, shows the dialog, runs its loop until `closed` is set or a quit message comes
-// (which is not posted again), then gives the owner back its input and destroys the dialog if it still
-// stands. `afterMessage` runs after each dispatched message. A dialog's own handlers only set `closed`:
+// (which is not posted again), then gives the owner back its input, destroys the dialog if it still
+// stands and activates the owner. `afterMessage` runs after each dispatched message. A dialog's own handlers only set `closed`:
 // destroyed here, after the owner is active again, the dialog cannot leave the keyboard focus with
 // no window (as Wine does when the active window goes while its owner is still disabled).
 void RunModalLoop(HWND owner, HWND dialog, const bool& closed, const std::function<void()>& initialFocus,

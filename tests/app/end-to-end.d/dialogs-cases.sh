@@ -46,8 +46,13 @@ dialog_stands() { # CLASS TITLE
 }
 
 # The caret's offset as the go-to prompt offers it, the prompt closed again with Esc.
+# Waits for the view to have the keys before a shortcut is typed.
+view_has_keys() {
+  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view does not have the keys (${FUNCNAME[1]})"
+}
+
 caret_offset() {
-  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view does not have the keys for Ctrl+G"
+  view_has_keys
   tolmo_keys ctrl+g
   wait_dialog "$prompt_class" "$goto_title" Edit
   control_text "$prompt_class" "$goto_title" "$prompt_edit" || fail "cannot read the go-to prompt"
@@ -57,7 +62,7 @@ caret_offset() {
 }
 
 open_find() {
-  tolmo_has_focus "$title" "$TOLMO_TIMEOUT_MS" || fail "the view does not have the keys for Ctrl+F"
+  view_has_keys
   tolmo_keys ctrl+f
   wait_dialog "$search_class" "$find_title" Edit
 }
@@ -149,8 +154,7 @@ case "$name" in
     [ "$(caret_offset)" = "0" ] || fail "the prompt does not offer the caret 0"
     tolmo_keys ctrl+g
     wait_dialog "$prompt_class" "$goto_title" Edit
-    tolmo_shot "$(tolmo_drive wait "$prompt_class" "$goto_title" "$TOLMO_TIMEOUT_MS" | head -n 1)" \
-      "$TOLMO_SHOTS/prompt.png"
+    dialog_shot "$prompt_class" "$goto_title" prompt.png
     # The offered text is selected: typing replaces it.
     type_text " 0X1f "
     tolmo_keys Return
