@@ -110,6 +110,7 @@ LRESULT AboutDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, 
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK) {
             state.closed = true;
+            DestroyDialogWindow(hwnd);
             return 0;
         }
         if (LOWORD(wParam) == LinkId && HIWORD(wParam) == STN_CLICKED) {
@@ -120,6 +121,7 @@ LRESULT AboutDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, 
         break;
     case WM_CLOSE:
         state.closed = true;
+        DestroyDialogWindow(hwnd);
         return 0;
     case WM_DESTROY:
         state.closed = true;

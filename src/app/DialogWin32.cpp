@@ -97,19 +97,23 @@ void RunModalLoop(HWND owner, HWND dialog, const bool& closed, const std::functi
             afterMessage();
         }
     }
-    // The dialog goes once its owner takes input again, and the owner is made active after that: on
-    // Wine a dialog destroyed after the activation moved can take the activation away with it.
     if (owner) {
         EnableWindow(owner, TRUE);
-    }
-    if (IsWindow(dialog)) {
-        DestroyWindow(dialog);
-    }
-    if (owner) {
         SetActiveWindow(owner);
         SetForegroundWindow(owner);
         SetFocus(owner);
     }
+    if (IsWindow(dialog)) {
+        DestroyWindow(dialog);
+    }
+}
+
+void DestroyDialogWindow(HWND dialog)
+{
+    if (HWND owner = GetWindow(dialog, GW_OWNER)) {
+        EnableWindow(owner, TRUE);
+    }
+    DestroyWindow(dialog);
 }
 
 void ApplyDialogFont(HWND window)

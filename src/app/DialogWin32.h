@@ -28,12 +28,14 @@ HWND CreateDialogWindow(HWND owner, HINSTANCE instance, const wchar_t* className
     DWORD style, DWORD exStyle, SIZE outer, void* parameter);
 
 // Disables the owner, shows the dialog, runs its loop until `closed` is set or a quit message comes
-// (which is not posted again), then gives the owner back its input, destroys the dialog if it still
-// stands and activates the owner. `afterMessage` runs after each dispatched message. A dialog's own handlers only set `closed`:
-// destroyed here, after the owner is active again, the dialog cannot leave the keyboard focus with
-// no window (as Wine does when the active window goes while its owner is still disabled).
+// (which is not posted again), then gives the owner back its input and destroys the dialog if it still
+// stands. `afterMessage` runs after each dispatched message.
 void RunModalLoop(HWND owner, HWND dialog, const bool& closed, const std::function<void()>& initialFocus,
     const std::function<void()>& afterMessage = {});
+
+// Destroys a dialog from its own handlers. The owner takes input again first, so that the system
+// hands the activation back to it rather than to some other program's window.
+void DestroyDialogWindow(HWND dialog);
 
 // Sends the dialog font to the window and each of its children.
 void ApplyDialogFont(HWND window);

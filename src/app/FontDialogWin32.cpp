@@ -127,8 +127,9 @@ void FontDialogWin32::Accept()
         selected == CB_ERR ? std::nullopt : std::optional<std::size_t>(static_cast<std::size_t>(selected));
     const bool bold = SendMessageW(boldBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
     const bool italic = SendMessageW(italicBox, BM_GETCHECK, 0, 0) == BST_CHECKED;
-    // Without a family chosen nothing happens; else the dialog's loop ends and destroys the window.
-    state.Accept(family, WindowText(sizeBox), bold, italic);
+    if (state.Accept(family, WindowText(sizeBox), bold, italic)) {
+        DestroyDialogWindow(window);
+    }
 }
 
 LRESULT FontDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
@@ -154,11 +155,13 @@ LRESULT FontDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, L
         }
         if (LOWORD(wParam) == IDCANCEL) {
             state.Cancel();
+            DestroyDialogWindow(hwnd);
             return 0;
         }
         break;
     case WM_CLOSE:
         state.Cancel();
+        DestroyDialogWindow(hwnd);
         return 0;
     case WM_DESTROY:
         state.closed = true;

@@ -75,6 +75,7 @@ LRESULT PromptDialogWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam,
     case WM_COMMAND:
         if (LOWORD(wParam) == IDOK) {
             state.Accept(WindowText(edit));
+            DestroyDialogWindow(hwnd);
             return 0;
         }
         if (LOWORD(wParam) == IDCANCEL) {

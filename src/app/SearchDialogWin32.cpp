@@ -89,8 +89,11 @@ SearchDialogControls SearchDialogWin32::MakeControls()
     };
     controls.enableInputs = [this](bool enabled) { EnableInputs(enabled); };
     controls.focusQuery = [this] { FocusQuery(); };
-    // The dialog's loop destroys the window once it sees `closed`, after the owner is active again.
-    controls.destroyWindow = [] {};
+    controls.destroyWindow = [this] {
+        if (window) {
+            DestroyDialogWindow(window);
+        }
+    };
     controls.messageBox = [this](const std::u16string& text, const std::u16string& caption, MessageBoxKind kind) {
         return ToResult(MessageBoxW(window, WideText(text), WideText(caption), BoxStyle(kind)));
     };
