@@ -10,6 +10,7 @@ namespace tlm {
 enum class MessageBoxKind {
     Stop,                    // OK button, stop icon
     YesNoCancelExclamation,  // Yes, No and Cancel buttons, exclamation icon
+    Information,             // OK button, information icon
 };
 
 enum class MessageBoxResult { Ok, Yes, No, Cancel };

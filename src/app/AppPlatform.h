@@ -1,7 +1,10 @@
 #pragma once
 
 #include "app/AppHost.h"
+#include "app/AboutDialog.h"
+#include "app/FontDialog.h"
 #include "app/MenuTree.h"
+#include "app/SearchDialog.h"
 #include "inspector/AnalysisWorker.h"
 #include "settings/Theme.h"
 
@@ -71,11 +74,20 @@ struct AppPlatform {
     std::function<void(Theme theme)> themeAnalysisWindows;
     std::function<void()> relabelAnalysisWindows;
 
-    // The commands whose dialogs live elsewhere: find, go to, font and about.
-    std::function<void()> findNext;
-    std::function<void()> goTo;
-    std::function<void()> chooseFont;
-    std::function<void()> showAbout;
+    // The dialogs. Each runs modal to the main window and returns when it closes.
+    // The one-line prompt; nothing when cancelled or when it could not be shown.
+    std::function<std::optional<std::u16string>(
+        const std::u16string& title, const std::u16string& prompt, const std::u16string& text)>
+        runPrompt;
+    // The find dialog over `dialog`, calling `callback` for each request from inside its loop.
+    std::function<void(SearchDialog& dialog, const SearchDialogCallback& callback)> runSearchDialog;
+    // Whether Esc is held down now, asked while a search runs.
+    std::function<bool()> escapeKeyDown;
+    std::function<void()> focusHexView;
+    // The font families of the screen, as enumerated for every character set.
+    std::function<std::vector<FontFamilyFace>()> fontFamilies;
+    std::function<void(FontDialog& dialog)> runFontDialog;
+    std::function<void(AboutDialog& dialog)> runAboutDialog;
 };
 
 } // namespace tlm

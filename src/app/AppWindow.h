@@ -68,6 +68,14 @@ public:
     void CloseFile();
     void Exit();
 
+    // Find and go to.
+    void FindNext();
+    void RunSearchRequest(const SearchDialogResult& request, SearchDirection direction, SearchDialog& dialog,
+        TextEncoding encoding);
+    void GoTo();
+    void ShowFontDialog();
+    void ShowAboutDialog();
+
     // What the window shows.
     void RebuildMenu();
     void UpdateTitle();

@@ -51,16 +51,8 @@ void AppWindow::RegisterCommands()
     commands.Register(id(CommandId::FileClose), Command{name(CommandId::FileClose), openAndIdle, [this] { CloseFile(); }});
     register_(CommandId::EditReadOnly, [this] { ToggleReadOnly(); });
     // Without a file both stay enabled and return at once: there is nothing to search or go to.
-    register_(CommandId::ViewFind, [this] {
-        if (document.IsOpen()) {
-            CallIfSet(platform.findNext);
-        }
-    });
-    register_(CommandId::ViewGoTo, [this] {
-        if (document.IsOpen()) {
-            CallIfSet(platform.goTo);
-        }
-    });
+    register_(CommandId::ViewFind, [this] { FindNext(); });
+    register_(CommandId::ViewGoTo, [this] { GoTo(); });
     for (std::uint32_t value = 0; value < TextEncodingCount; ++value) {
         const auto encodingCommand = static_cast<CommandId>(id(CommandId::ViewEncodingAscii) + value);
         register_(encodingCommand, [this, value] { SetEncoding(static_cast<TextEncoding>(value)); });
@@ -84,11 +76,11 @@ void AppWindow::RegisterCommands()
     register_(CommandId::ViewZoomOut, [this] { StepZoom(ZoomStepDown); });
     register_(CommandId::ViewZoomIn, [this] { StepZoom(ZoomStepUp); });
     register_(CommandId::ViewZoomReset, [this] { ResetZoom(); });
-    register_(CommandId::SettingsFont, [this] { CallIfSet(platform.chooseFont); });
+    register_(CommandId::SettingsFont, [this] { ShowFontDialog(); });
     register_(CommandId::SettingsAnalysisDataInspector, [this] { ToggleInspector(); });
     register_(CommandId::SettingsAnalysisStructView, [this] { ToggleStructView(); });
     register_(CommandId::FileExit, [this] { Exit(); });
-    register_(CommandId::HelpAbout, [this] { CallIfSet(platform.showAbout); });
+    register_(CommandId::HelpAbout, [this] { ShowAboutDialog(); });
 }
 
 bool AppWindow::IsCommandEnabled(std::uint32_t id) const

@@ -1,10 +1,14 @@
 #include "app/AppWindowWin32.h"
 
 #include "app/AcceleratorTable.h"
+#include "app/AboutDialogWin32.h"
 #include "app/AppResources.h"
+#include "app/FontDialogWin32.h"
 #include "app/InspectorPlacement.h"
 #include "app/MenuBarWin32.h"
 #include "app/MessagePumpWin32.h"
+#include "app/PromptDialogWin32.h"
+#include "app/SearchDialogWin32.h"
 #include "app/WindowPlacement.h"
 #include "hexview/SystemLibraryWin32.h"
 #include "settings/ExecutableFolder.h"
@@ -218,6 +222,21 @@ AppPlatform AppWindowWin32::MakePlatform()
     platform.placeAnalysisWindows = [this] {
         PlaceInspectorWindow();
     };
+    platform.runPrompt = [this](const std::u16string& title, const std::u16string& prompt, const std::u16string& text) {
+        return PromptDialogWin32::Run(window, instance, title, prompt, text);
+    };
+    platform.runSearchDialog = [this](SearchDialog& dialog, const SearchDialogCallback& callback) {
+        SearchDialogWin32::Run(window, instance, dialog, callback);
+    };
+    platform.escapeKeyDown = [] { return (GetAsyncKeyState(VK_ESCAPE) & 0x8000) != 0; };
+    platform.focusHexView = [this] {
+        if (hexViewWindow.Handle()) {
+            SetFocus(hexViewWindow.Handle());
+        }
+    };
+    platform.fontFamilies = [] { return EnumerateFontFamilies(); };
+    platform.runFontDialog = [this](FontDialog& dialog) { FontDialogWin32::Run(window, instance, dialog); };
+    platform.runAboutDialog = [this](AboutDialog& dialog) { AboutDialogWin32::Run(window, instance, dialog); };
     return platform;
 }
 
@@ -448,7 +467,12 @@ void AppWindowWin32::OnDpiChanged(WPARAM wParam, const RECT* suggested)
 MessageBoxResult AppWindowWin32::ShowMessageBox(const std::u16string& text, const std::u16string& caption,
     MessageBoxKind kind)
 {
-    const UINT style = kind == MessageBoxKind::Stop ? MB_OK | MB_ICONSTOP : MB_YESNOCANCEL | MB_ICONEXCLAMATION;
+    UINT style = MB_YESNOCANCEL | MB_ICONEXCLAMATION;
+    if (kind == MessageBoxKind::Stop) {
+        style = MB_OK | MB_ICONSTOP;
+    } else if (kind == MessageBoxKind::Information) {
+        style = MB_OK | MB_ICONINFORMATION;
+    }
     switch (MessageBoxW(window, Wide(text), Wide(caption), style)) {
     case IDOK:
         return MessageBoxResult::Ok;

@@ -292,7 +292,7 @@ AppPlatform AppWindowFixture::MakePlatform()
                               MessageBoxKind kind) {
         boxes.push_back(ShownBox{text, caption, kind});
         record("messageBox");
-        if (kind == MessageBoxKind::Stop) {
+        if (kind != MessageBoxKind::YesNoCancelExclamation) {
             return MessageBoxResult::Ok;
         }
         if (answers.empty()) {
@@ -380,10 +380,62 @@ AppPlatform AppWindowFixture::MakePlatform()
         record("relabelAnalysisWindows");
     };
 
-    platform.findNext = [record] { record("findNext"); };
-    platform.goTo = [record] { record("goTo"); };
-    platform.chooseFont = [record] { record("chooseFont"); };
-    platform.showAbout = [record] { record("showAbout"); };
+    platform.runPrompt = [this, record](const std::u16string& title, const std::u16string& prompt,
+                             const std::u16string& text) {
+        prompts.push_back(ShownPrompt{title, prompt, text});
+        record("runPrompt");
+        if (promptAnswers.empty()) {
+            return std::optional<std::u16string>();
+        }
+        std::optional<std::u16string> answer = promptAnswers.front();
+        promptAnswers.pop_front();
+        return answer;
+    };
+    platform.runSearchDialog = [this, record](SearchDialog& dialog, const SearchDialogCallback& callback) {
+        record("runSearchDialog");
+        SearchDialogControls controls;
+        controls.queryText = [this] { return dialogQuery; };
+        controls.selectedType = [this] { return dialogType; };
+        controls.selectType = [this](std::uint32_t type) { dialogType = type; };
+        controls.fillQueryBox = [this, record](const std::vector<std::u16string>& items, const std::u16string& text) {
+            dialogItems = items;
+            dialogQuery = text;
+            record("fillQueryBox");
+        };
+        controls.limitQuery = [this](std::uint32_t limit) { dialogLimit = limit; };
+        controls.enableInputs = [this, record](bool enabled) {
+            dialogInputsEnabled = enabled;
+            record(enabled ? "enableInputs" : "disableInputs");
+        };
+        controls.focusQuery = [record] { record("focusQuery"); };
+        controls.destroyWindow = [record] { record("destroyDialog"); };
+        controls.messageBox = [this, record](const std::u16string& text, const std::u16string& caption,
+                                  MessageBoxKind kind) {
+            dialogBoxes.push_back(ShownBox{text, caption, kind});
+            record("dialogMessageBox");
+            return MessageBoxResult::Ok;
+        };
+        dialog.SetControls(std::move(controls));
+        dialog.OnCreate();
+        openedSearchDialogs.push_back(dialog);
+        if (searchScript) {
+            searchScript(dialog, callback);
+        }
+    };
+    platform.escapeKeyDown = [this] { return escapeDown ? escapeDown() : false; };
+    platform.focusHexView = [record] { record("focusHexView"); };
+    platform.fontFamilies = [this] { return fontFaces; };
+    platform.runFontDialog = [this, record](FontDialog& dialog) {
+        record("runFontDialog");
+        openedFontDialogs.push_back(dialog);
+        if (fontScript) {
+            fontScript(dialog);
+        }
+    };
+    platform.runAboutDialog = [this, record](AboutDialog& dialog) {
+        record("runAboutDialog");
+        openedAboutDialogs.push_back(dialog);
+    };
     return platform;
 }
 

@@ -94,6 +94,12 @@ struct ShownBox {
     MessageBoxKind kind = MessageBoxKind::Stop;
 };
 
+struct ShownPrompt {
+    std::u16string title;
+    std::u16string prompt;
+    std::u16string text;
+};
+
 struct StartedProcess {
     std::u16string application;
     std::u16string commandLine;
@@ -216,6 +222,24 @@ protected:
     std::vector<std::u16string> structMessages;
     std::vector<Theme> analysisThemes;
     int relabels = 0;
+
+    // The dialogs. A prompt answers in order, and with Cancel when no answer is left; the find
+    // dialog's controls are these fields, and the script plays the user inside its run.
+    std::deque<std::optional<std::u16string>> promptAnswers;
+    std::vector<ShownPrompt> prompts;
+    std::function<void(SearchDialog& dialog, const SearchDialogCallback& callback)> searchScript;
+    std::u16string dialogQuery;
+    std::uint32_t dialogType = 0;
+    std::vector<std::u16string> dialogItems;
+    std::uint32_t dialogLimit = 0;
+    bool dialogInputsEnabled = true;
+    std::vector<ShownBox> dialogBoxes;
+    std::vector<SearchDialog> openedSearchDialogs; // as each stood at its creation
+    std::function<bool()> escapeDown;
+    std::vector<FontFamilyFace> fontFaces{{u"Consolas", false}, {u"Courier New", false}, {u"Arial", true}};
+    std::function<void(FontDialog& dialog)> fontScript;
+    std::vector<FontDialog> openedFontDialogs;
+    std::vector<AboutDialog> openedAboutDialogs;
 
     AppWindow app;
 };

@@ -38,6 +38,9 @@
 //   children CLASS TITLE TIMEOUT_MS
 //       Prints every child window of the window: "CLASS id visible|hidden left top width height",
 //       the rectangle being the child's client area on the screen.
+//   control CLASS TITLE ID TIMEOUT_MS
+//       Waits for the window and prints its child control ID as "enabled|disabled TEXT", the text
+//       read with WM_GETTEXT.
 //   menu CLASS TITLE TIMEOUT_MS
 //       Prints the window's menu bar as a tree, two blanks of indent a level, one item a line:
 //       "text [id N] [checked] [greyed] [separator]". Exit code 3 when the menu cannot be read
@@ -623,6 +626,30 @@ int Launch(const wchar_t* className, const wchar_t* title, DWORD timeout, const 
     return 0;
 }
 
+// One control of a window by its id: whether it takes input, and its text as WM_GETTEXT gives it
+// (which reaches across processes, where GetWindowTextW does not for a control).
+int Control(const wchar_t* className, const wchar_t* title, int id, DWORD timeout)
+{
+    HWND window = WaitForWindow(className, title, timeout);
+    if (!window)
+        return NotFound(className, title);
+    HWND control = GetDlgItem(window, id);
+    if (!control) {
+        std::fwprintf(stderr, L"tolmo_window_driver: \"%ls\" has no control %d\n", title, id);
+        return 1;
+    }
+    DWORD_PTR length = 0;
+    SendMessageTimeoutW(control, WM_GETTEXTLENGTH, 0, 0, SMTO_ABORTIFHUNG, 5000, &length);
+    std::wstring text(length + 1, L'\0');
+    DWORD_PTR copied = 0;
+    SendMessageTimeoutW(control, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()), SMTO_ABORTIFHUNG,
+                        5000, &copied);
+    text.resize(copied);
+    std::printf("%s ", IsWindowEnabled(control) ? "enabled" : "disabled");
+    PrintUtf8Line(text);
+    return 0;
+}
+
 DWORD ParseTimeout(const wchar_t* text)
 {
     return static_cast<DWORD>(std::wcstoul(text, nullptr, 10));
@@ -634,6 +661,7 @@ int Usage()
                "       tolmo_window_driver wait-focus CLASS TITLE CHILD_CLASS TIMEOUT_MS\n"
                "       tolmo_window_driver dismiss|buttons|owner TITLE TIMEOUT_MS\n"
                "       tolmo_window_driver click-button TITLE BUTTON TIMEOUT_MS\n"
+               "       tolmo_window_driver control CLASS TITLE ID TIMEOUT_MS\n"
                "       tolmo_window_driver windows CLASS | lock PATH\n"
                "       tolmo_window_driver launch CLASS TITLE TIMEOUT_MS PROGRAM [ARGUMENT]\n"
                "       tolmo_window_driver reference-menu CLASS TITLE TIMEOUT_MS ITEM...\n",
@@ -682,6 +710,8 @@ int wmain(int argc, wchar_t** argv)
         return Process(argv[2], argv[3], ParseTimeout(argv[4]));
     if (command == L"launch" && (argc == 6 || argc == 7))
         return Launch(argv[2], argv[3], ParseTimeout(argv[4]), argv[5], argc == 7 ? argv[6] : nullptr);
+    if (command == L"control" && argc == 6)
+        return Control(argv[2], argv[3], _wtoi(argv[4]), ParseTimeout(argv[5]));
     if (command == L"lock" && argc == 3)
         return Lock(argv[2]);
     return Usage();
