@@ -6,6 +6,7 @@
 
 #include "app/AppWindow.h"
 #include "hexview/HexViewWin32.h"
+#include "structview/StructViewWindowWin32.h"
 
 #include <windows.h>
 #include <shellapi.h>
@@ -54,6 +55,8 @@ private:
     void OnDpiChanged(WPARAM wParam, const RECT* suggested);
     MessageBoxResult ShowMessageBox(const std::u16string& text, const std::u16string& caption, MessageBoxKind kind);
     std::optional<std::u16string> ChooseFileToOpen(const std::u16string& title);
+    std::optional<std::u16string> ChooseStructPattern(const std::u16string& title, const std::u16string& folder);
+    bool EnsureStructViewWindow();
 
     AppWindow& app;
     HINSTANCE instance = nullptr;
@@ -63,6 +66,7 @@ private:
     HMENU menu = nullptr;
     bool viewHadFocus = false; // the view held the focus when a save disabled it
     HexViewWindow hexViewWindow;
+    StructViewWindowWin32 structViewWindow;
 };
 
 } // namespace tlm
