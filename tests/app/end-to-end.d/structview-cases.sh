@@ -26,20 +26,21 @@ struct_switch() {
 # (sv_x, sv_y, sv_w) from where its buttons stand: the info button is 12 from the client's right
 # edge, the open button 10 below its top.
 struct_find() {
-  local title="$1" children info open
+  local title="$1" children info open edit
   sv_rect="$(tolmo_drive wait "$struct_class" "$title" "$TOLMO_TIMEOUT_MS" | head -n 1)" ||
     fail "no struct view titled \"$title\""
   children="$(tolmo_drive children "$struct_class" "$title" "$TOLMO_TIMEOUT_MS")"
   info="$(awk '$2 == 4102 { print $4, $5, $6, $7 }' <<<"$children")"
   open="$(awk '$2 == 4101 { print $4, $5, $6, $7 }' <<<"$children")"
   [ -n "$info" ] && [ -n "$open" ] || fail "the struct view has no open or info button"
-  read -r open_l open_t open_w open_h <<<"$open"
+  edit="$(awk '$1 == "Edit" { print $4; exit }' <<<"$children")"
+  [ -n "$edit" ] || fail "the struct view has no edit control"
+  read -r _ open_t _ _ <<<"$open"
   read -r info_l _ info_w _ <<<"$info"
+  # The buttons stand right-aligned; the edits start 12 from the client's left edge.
+  sv_x=$((edit - 12))
   sv_y=$((open_t - 10))
-  sv_w=$((info_l + info_w + 12))
-  sv_x=$((sv_w - 12 - 70 - 8 - 80 - 8 - 128 - 8 - 90))
-  sv_x=$((open_l - sv_x))
-  sv_w=$((sv_w - sv_x))
+  sv_w=$((info_l + info_w + 12 - sv_x))
 }
 
 struct_moved_from() {
@@ -57,9 +58,10 @@ struct_button() {
   tolmo_click "$((l + w / 2))" "$((t + h / 2))"
 }
 
-# Clicks the struct view's row area near its right edge, which takes the keyboard.
+# Clicks the struct view's top band beside its definition line, which takes the keyboard in every
+# state (below it stand the rows or the message's own edit control).
 struct_focus() {
-  tolmo_click "$((sv_x + sv_w - 20))" "$((sv_y + 110))"
+  tolmo_click "$((sv_x + 150))" "$((sv_y + 50))"
   tolmo_drive wait-idle "$struct_class" "$1" "$TOLMO_TIMEOUT_MS" >/dev/null || true
 }
 
@@ -117,17 +119,12 @@ assert rows["ihdr : PngIhdrChunk"][1] == "", rows["ihdr : PngIhdrChunk"]
 EOF
 }
 
-structview_open_case() {
-  # Off by default; Settings > Analysis > Struct View shows it one pixel left of the main window at
-  # its height; its open button and the real file dialog load patterns/png.tlpat; the rows show the
-  # header of a real PNG at offset 0, checked field by field through the copied text; the drop-down
-  # switches to decimal and big-endian; F5 reloads the edited pattern; a broken pattern shows the
-  # error; the close button clears it; the close box switches the view off.
-  local png="$work/image.png" text main_l main_t main_w main_h sv_l sv_t sv_w0 sv_h
-  struct_scratch_patterns
-  struct_make_png "$png"
-  open_file "$png"
-  tolmo_drive windows "$struct_class" | grep -q . && fail "the struct view stands before it was switched on"
+# Switches the struct view on from the menu and checks where it stands: one pixel left of the main
+# window at its height, 700 wide. The main window is centred, which leaves the struct view's left part
+# off the screen: the main window is then dragged right by its caption, and the struct view must
+# follow it. Sets main_l main_t main_w main_h, sv_rect and what struct_find sets.
+struct_show_beside() {
+  local sv_l sv_t sv_w0 sv_h
   step "switched on from the Analysis menu"
   struct_switch
   struct_find "Struct View"
@@ -138,10 +135,7 @@ structview_open_case() {
   [ "$((sv_l + sv_w0 + 1))" -eq "$main_l" ] || fail "the struct view does not end one pixel left of the main window"
   [ "$sv_t" -eq "$main_t" ] && [ "$sv_h" -eq "$main_h" ] || fail "the struct view is not as tall as the main window"
   [ "$sv_w0" -eq 700 ] || fail "the struct view is $sv_w0 wide, not 700"
-  text="$(struct_copy_until "Struct View" "No struct definition")" || fail "no empty message"
   if [ "$sv_l" -lt 0 ]; then
-    # The main window is centred, which leaves the struct view's left part off the screen: the main
-    # window is dragged right by its caption, and the struct view must follow it.
     step "the struct view follows the main window"
     tolmo_drag "$((main_l + main_w / 2))" "$((main_t + 10))" "$((main_l + main_w / 2 - sv_l + 8))" "$((main_t + 10))" "$title"
     tolmo_poll_seconds 10 struct_moved_from "$sv_l" || fail "the struct view did not follow the main window"
@@ -152,6 +146,22 @@ structview_open_case() {
     [ "$((sv_l + sv_w0 + 1))" -eq "$main_l" ] || fail "the moved struct view does not end one pixel left of the main window"
     [ "$sv_t" -eq "$main_t" ] || fail "the moved struct view is not at the main window's top"
   fi
+
+}
+
+structview_open_case() {
+  # Off by default; Settings > Analysis > Struct View shows it one pixel left of the main window at
+  # its height; its open button and the real file dialog load patterns/png.tlpat; the rows show the
+  # header of a real PNG at offset 0, checked field by field through the copied text; the drop-down
+  # switches to decimal and big-endian; F5 reloads the edited pattern; a broken pattern shows the
+  # error; the close button clears it; the close box switches the view off.
+  local png="$work/image.png" text
+  struct_scratch_patterns
+  struct_make_png "$png"
+  open_file "$png"
+  tolmo_drive windows "$struct_class" | grep -q . && fail "the struct view stands before it was switched on"
+  struct_show_beside
+  text="$(struct_copy_until "Struct View" "No struct definition")" || fail "no empty message"
 
   step "open png.tlpat through the dialog"
   struct_button "Struct View" 4101
@@ -169,6 +179,7 @@ structview_open_case() {
   step "decimal and big-endian from the drop-down"
   [ "$((sv_x + 310))" -gt 0 ] || fail "the drop-down box is off the screen"
   tolmo_click "$((sv_x + 310))" "$((sv_y + 79))"
+  tolmo_screenshot "0 0 1280 1024" "$TOLMO_SHOTS/menu.png" 5 || true
   tolmo_keys "$(access_key en-US structview.valueformat.endian)" "$(access_key en-US structview.valueformat.endian.big)"
   tolmo_poll_seconds 10 has_setting '      "endian": "big",' || fail "big-endian is not stored"
   tolmo_click "$((sv_x + 310))" "$((sv_y + 79))"
@@ -215,19 +226,26 @@ structview_looks_case() {
   struct_scratch_patterns
   struct_make_png "$png"
   open_file "$png"
-  struct_switch
-  struct_find "Struct View"
-  shot="$sv_x $((sv_y + 100)) $((sv_w < 300 ? sv_w : 300)) 200"
+  struct_show_beside
+  # The top band and the message below it: both colours of the palette show there.
+  shot="$sv_x $sv_y $((sv_w < 300 ? sv_w : 300)) 200"
   settings_key="$(access_key en-US menu.settings)"
   theme_key="$(access_key en-US menu.view.theme)"
-  declare -A struct_background=([Light]="#FAFAFA" [Black]="#111111" [DarkBlue]="#0F141C" [CoolSlate]="#1E2228")
+  declare -A struct_background=([Light]="#FAFAFA" [Black]="#111111" [DarkBlue]="#0F141C")
+  declare -A struct_band=([Light]="#E0E8F2" [Black]="#2D2D2D" [DarkBlue]="#2A476E")
+  declare -A struct_text=([Light]="#202020" [Black]="#F3F3F3" [DarkBlue]="#E6EDF3")
+  # Background and band in their shares, and the empty message drawn in the text colour below the band.
+  struct_painted() { # THEME PNG
+    share_at_least "${struct_background[$1]}" 45 "$2" && share_at_least "${struct_band[$1]}" 20 "$2" &&
+      [ "$(tolmo_picture count "$2" "${struct_text[$1]}" 40 0 70 300 30)" -gt 30 ]
+  }
   for pick in Black:menu.view.theme.black Light:menu.view.theme.light DarkBlue:menu.view.theme.darkblue; do
     theme="${pick%%:*}"
     step "$theme"
     tolmo_focus "$title" || fail "cannot focus the main window"
     tolmo_keys "alt+$settings_key" "$theme_key" "$(access_key en-US "${pick#*:}")"
-    tolmo_shot_until 10 "$shot" "$TOLMO_SHOTS/struct-$theme.png" share_at_least "${struct_background[$theme]}" 80 ||
-      fail "the struct view did not paint ${struct_background[$theme]} in $theme"
+    tolmo_shot_until 10 "$shot" "$TOLMO_SHOTS/struct-$theme.png" struct_painted "$theme" ||
+      fail "the struct view did not paint ${struct_background[$theme]} and ${struct_band[$theme]} in $theme"
   done
   step "German"
   tolmo_focus "$title" || fail "cannot focus the main window"
