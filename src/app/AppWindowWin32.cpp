@@ -4,6 +4,7 @@
 #include "app/AppResources.h"
 #include "app/MenuBarWin32.h"
 #include "app/MessagePumpWin32.h"
+#include "app/StructTimingLogWin32.h"
 #include "app/WindowPlacement.h"
 #include "hexview/SystemLibraryWin32.h"
 #include "settings/ExecutableFolder.h"
@@ -212,6 +213,7 @@ AppPlatform AppWindowWin32::MakePlatform()
     platform.showStructRows = [this](const std::u16string& name, std::vector<StructRow> rows,
                                   const std::u16string& infoText) {
         structViewWindow.View().ShowRows(name, std::move(rows), infoText);
+        StructTimingLog::Instance().RowsShown();
     };
     platform.showStructError = [this](const std::u16string& error) { structViewWindow.View().ShowError(error); };
     platform.setStructValueFormat = [this](const StructValueFormat& format) {
@@ -611,6 +613,9 @@ LRESULT AppWindowWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LP
         OnDpiChanged(wParam, reinterpret_cast<const RECT*>(lParam));
         return 0;
     default:
+        if (message == static_cast<UINT>(AppMessage::ViewChanged)) {
+            StructTimingLog::Instance().CaretMoved(app.View().State().caretOffset);
+        }
         if (IsAppMessage(message) && app.OnAppMessage(static_cast<AppMessage>(message), wParam, lParam)) {
             return 0;
         }

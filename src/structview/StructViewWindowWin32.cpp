@@ -1,5 +1,6 @@
 #include "structview/StructViewWindowWin32.h"
 
+#include "app/StructTimingLogWin32.h"
 #include "structview/StructViewPaint.h"
 
 #include <commctrl.h>
@@ -523,6 +524,7 @@ void StructViewWindowWin32::UpdateScrollBars()
 
 void StructViewWindowWin32::Paint()
 {
+    const std::int64_t start = StructTimingLog::Now();
     PAINTSTRUCT paint{};
     HDC target = BeginPaint(window, &paint);
     if (!target) {
@@ -547,6 +549,7 @@ void StructViewWindowWin32::Paint()
         DeleteDC(memory);
     }
     EndPaint(window, &paint);
+    StructTimingLog::Instance().Painted(start);
 }
 
 void StructViewWindowWin32::CopyToClipboard(const std::u16string& text)
