@@ -334,13 +334,6 @@ TEST_F(AppWindowStructViewTest, AnUnknownOrUnchangedFormatChoiceDoesNothing)
     EXPECT_TRUE(calls.empty());
 }
 
-TEST_F(AppWindowStructViewTest, AStoredFormatIsUsedAfterARestart)
-{
-    app.OnAppMessage(AppMessage::StructValueFormat, 4, 0);
-    AppSettings stored = StoredSettings();
-    EXPECT_EQ(stored.endian, StructEndian::Big);
-}
-
 TEST_F(AppWindowStructViewTest, AFileShorterThanTheEntryStructShowsUnavailableValues)
 {
     OpenFile(WriteFile("short.bin", {0x89, 0x50, 0x4E}));

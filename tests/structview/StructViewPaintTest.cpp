@@ -57,7 +57,6 @@ TEST(StructViewPaletteTest, EachThemeHasItsOwnRowAndOthersTakeTheLightOne)
 TEST(StructViewPaletteTest, TheDefinitionColourMixesSeventyTwoPartsTextWithTwentyEightBorder)
 {
     const StructViewPalette light = StructViewPaletteFor(Theme::Light);
-    // 0x20 * 72 + 0xC2 * 28 = 4248 -> 42 (0x2A); 0x20/0xC6 -> 78 (0x4E)... per channel.
     const auto mix = [](std::uint32_t a, std::uint32_t b) { return (a * 72 + b * 28) / 100; };
     const std::uint32_t expected =
         mix(0x20, 0xC2) | (mix(0x20, 0xC6) << 8) | (mix(0x20, 0xCD) << 16);
