@@ -592,8 +592,12 @@ void StructViewWindowWin32::OpenFormatMenu(int x, int y)
     }
     POINT point{x, y};
     ClientToScreen(window, &point);
+    // A pop-up menu closes cleanly only when its owner is in front, and leaves menu mode only once
+    // its owner's thread sees another message after it.
+    SetForegroundWindow(window);
     const UINT chosen = static_cast<UINT>(TrackPopupMenu(menu, TPM_RETURNCMD | TPM_LEFTALIGN | TPM_TOPALIGN
             | TPM_RIGHTBUTTON, point.x, point.y, 0, window, nullptr));
+    PostMessageW(window, WM_NULL, 0, 0);
     DestroyMenu(menu);
     if (chosen != 0) {
         view.OnMenuChoice(chosen);
