@@ -16,7 +16,7 @@ struct_make_png() {
   [ "$(xxd -p -l 8 "$1")" = "89504e470d0a1a0a" ] || fail "ImageMagick did not write a PNG"
 }
 
-# Turns the struct view on from Settings > Analysis and waits for its window titled $1.
+# Turns the struct view on from Settings > Analysis; struct_find waits for its window.
 struct_switch() {
   tolmo_keys "alt+$(access_key en-US menu.settings)" "$(access_key en-US menu.settings.analysis)" \
     "$(access_key en-US menu.settings.analysis.struct_view)"
