@@ -7,11 +7,14 @@
 #include "app/SearchDialog.h"
 #include "inspector/AnalysisWorker.h"
 #include "settings/Theme.h"
+#include "structview/StructRow.h"
+#include "structview/StructValueFormat.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tlm {
 
@@ -71,6 +74,19 @@ struct AppPlatform {
     std::function<bool()> ensureStructViewWindow;
     std::function<void()> destroyStructViewWindow;
     std::function<void(const std::u16string& message)> showStructMessage;
+    // The struct view's own parts: its rows or error, its value format, its pattern dialog and the
+    // activation a reload takes from it and gives back.
+    std::function<void(const std::u16string& definitionName, std::vector<StructRow> rows,
+        const std::u16string& infoText)>
+        showStructRows;
+    std::function<void(const std::u16string& error)> showStructError;
+    std::function<void(const StructValueFormat& format)> setStructValueFormat;
+    // The file dialog for a pattern, starting in `folder` when it is not empty; nothing when cancelled.
+    std::function<std::optional<std::u16string>(const std::u16string& title, const std::u16string& folder)>
+        chooseStructPattern;
+    std::function<bool(const std::u16string& folder)> folderExists; // false without it
+    std::function<bool()> structViewHasActivation; // foreground, focused, or holding the focus in a child
+    std::function<void()> restoreStructViewActivation;
     std::function<void(Theme theme)> themeAnalysisWindows;
     std::function<void()> relabelAnalysisWindows;
 

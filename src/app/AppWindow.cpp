@@ -151,7 +151,6 @@ void AppWindow::ApplyStoredAnalysisSwitches()
 
 bool AppWindow::OnAppMessage(AppMessage message, std::uintptr_t wParam, std::intptr_t lParam)
 {
-    (void)wParam;
     switch (message) {
     case AppMessage::ViewChanged:
         OnViewChanged();
@@ -175,10 +174,16 @@ bool AppWindow::OnAppMessage(AppMessage message, std::uintptr_t wParam, std::int
         OnStructResult(lParam);
         return true;
     case AppMessage::StructOpenPattern:
+        OpenStructPattern();
+        return true;
     case AppMessage::StructClearPattern:
+        ClearStructPattern();
+        return true;
     case AppMessage::StructReloadPattern:
+        ReloadStructPattern();
+        return true;
     case AppMessage::StructValueFormat:
-        // The struct view's own buttons; its window is not there to press them yet.
+        ApplyStructValueFormat(wParam);
         return true;
     }
     return false;

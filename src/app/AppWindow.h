@@ -103,6 +103,10 @@ public:
     TextEncoding CurrentEncoding() const { return currentEncoding; }
     const InspectorWorker& Inspector() const { return inspectorWorker; }
     const StructWorker& StructRows() const { return structWorker; }
+    // The loaded pattern's path, kept also when its last load failed so that a reload can try again.
+    const std::u16string& StructPatternPath() const { return structPatternPath; }
+    bool StructPatternLoaded() const { return structPattern != nullptr; }
+    StructValueFormat CurrentStructFormat() const;
     const CommandTable& Commands() const { return commands; }
 
     std::u16string Tr(std::string_view key) { return localizer.Tr(key); }
@@ -142,6 +146,16 @@ private:
     void SetStructViewVisible(bool visible);
     void RequestInspectorRefresh();
     void RequestStructRefresh();
+
+    // The struct view's pattern: opened, reloaded, closed; and its rows refreshed on this thread.
+    void OpenStructPattern();
+    bool LoadStructPattern(const std::u16string& path);
+    void ReloadStructPattern();
+    void ClearStructPattern();
+    void ApplyStructValueFormat(std::uintptr_t choice);
+    void RefreshStructNow();
+    bool ShowStructFailure();
+    StructEvalRequest StructSnapshot();
     void StartWorkers();
     void StopWorkers();
 
@@ -161,6 +175,9 @@ private:
     std::uint32_t endianFormat = 0;
     std::uint32_t numericBaseFormat = 0;
     std::shared_ptr<const StructPatternFile> structPattern;
+    std::u16string structPatternPath;
+    std::u16string structPatternName; // the file name shown as the definition
+    std::optional<std::u16string> structLoadError; // the last load's failure, shown until the next load
     HexView hexView;
     std::optional<std::u16string> pendingOpenPath;
     std::u16string settingsPath;

@@ -43,9 +43,10 @@ void AppWindow::SetStructViewVisible(bool visible)
     if (visible) {
         if (Stands(platform.ensureStructViewWindow)) {
             CallIfSet(platform.relabelAnalysisWindows);
+            CallIfSet(platform.setStructValueFormat, CurrentStructFormat());
             CallIfSet(platform.placeAnalysisWindows);
         }
-        RequestStructRefresh();
+        RefreshStructNow();
     } else {
         structWorker.CancelPending();
         CallIfSet(platform.destroyStructViewWindow);
@@ -69,18 +70,6 @@ void AppWindow::RequestInspectorRefresh()
     inspectorWorker.Submit(std::move(job));
 }
 
-void AppWindow::RequestStructRefresh()
-{
-    if (!settings.structViewVisible || !Stands(platform.ensureStructViewWindow)) {
-        return;
-    }
-    // Without a loaded definition there is nothing to lay out at the caret.
-    if (!structPattern) {
-        structWorker.CancelPending();
-        CallIfSet(platform.showStructMessage, Tr("structview.empty.message"));
-    }
-}
-
 void AppWindow::OnInspectorResult(std::intptr_t lParam)
 {
     // The record is freed on every path, also when it is stale or the window went away meanwhile.
@@ -91,12 +80,6 @@ void AppWindow::OnInspectorResult(std::intptr_t lParam)
         CallIfSet(platform.showInspectorValues, std::move(rows));
         CallIfSet(platform.placeAnalysisWindows);
     });
-}
-
-void AppWindow::OnStructResult(std::intptr_t lParam)
-{
-    structWorker.ReceiveResult(lParam, settings.structViewVisible && structPattern != nullptr,
-        [](std::vector<StructRow>) {});
 }
 
 void AppWindow::OnInspectorClosed()

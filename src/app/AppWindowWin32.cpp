@@ -9,6 +9,7 @@
 #include "app/MessagePumpWin32.h"
 #include "app/PromptDialogWin32.h"
 #include "app/SearchDialogWin32.h"
+#include "app/StructTimingLogWin32.h"
 #include "app/WindowPlacement.h"
 #include "hexview/SystemLibraryWin32.h"
 #include "settings/ExecutableFolder.h"
@@ -211,17 +212,6 @@ AppPlatform AppWindowWin32::MakePlatform()
     platform.showInspectorValues = [this](std::vector<std::u16string> values) {
         inspectorWindow.Logic().SetValues(std::move(values));
     };
-    platform.themeAnalysisWindows = [this](Theme theme) {
-        inspectorWindow.Logic().SetTheme(theme);
-    };
-    platform.relabelAnalysisWindows = [this] {
-        if (inspectorWindow.Handle()) {
-            inspectorWindow.Logic().SetLabels(InspectorTexts());
-        }
-    };
-    platform.placeAnalysisWindows = [this] {
-        PlaceInspectorWindow();
-    };
     platform.runPrompt = [this](const std::u16string& title, const std::u16string& prompt, const std::u16string& text) {
         return PromptDialogWin32::Run(window, instance, title, prompt, text);
     };
@@ -237,6 +227,48 @@ AppPlatform AppWindowWin32::MakePlatform()
     platform.fontFamilies = [] { return EnumerateFontFamilies(); };
     platform.runFontDialog = [this](FontDialog& dialog) { FontDialogWin32::Run(window, instance, dialog); };
     platform.runAboutDialog = [this](AboutDialog& dialog) { AboutDialogWin32::Run(window, instance, dialog); };
+    platform.folderExists = [](const std::u16string& folder) {
+        const DWORD attributes = GetFileAttributesW(Wide(folder));
+        return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    };
+    platform.ensureStructViewWindow = [this] { return EnsureStructViewWindow(); };
+    platform.destroyStructViewWindow = [this] { structViewWindow.Destroy(); };
+    platform.showStructMessage = [this](const std::u16string& message) {
+        structViewWindow.View().ShowMessage(message);
+    };
+    platform.showStructRows = [this](const std::u16string& name, std::vector<StructRow> rows,
+                                  const std::u16string& infoText) {
+        structViewWindow.View().ShowRows(name, std::move(rows), infoText);
+        StructTimingLog::Instance().RowsShown();
+    };
+    platform.showStructError = [this](const std::u16string& error) { structViewWindow.View().ShowError(error); };
+    platform.setStructValueFormat = [this](const StructValueFormat& format) {
+        structViewWindow.View().SetValueFormat(format);
+    };
+    platform.chooseStructPattern = [this](const std::u16string& title, const std::u16string& folder) {
+        return ChooseStructPattern(title, folder);
+    };
+    platform.structViewHasActivation = [this] { return structViewWindow.HoldsActivation(); };
+    platform.restoreStructViewActivation = [this] { structViewWindow.RestoreActivation(); };
+
+    // The analysis windows' shared hooks.
+    platform.placeAnalysisWindows = [this] {
+        PlaceInspectorWindow();
+        structViewWindow.PlaceBeside(window);
+    };
+    platform.themeAnalysisWindows = [this](Theme theme) {
+        inspectorWindow.Logic().SetTheme(theme);
+        structViewWindow.View().SetTheme(theme);
+        if (HWND structView = structViewWindow.Handle()) {
+            RedrawWindow(structView, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN);
+        }
+    };
+    platform.relabelAnalysisWindows = [this] {
+        if (inspectorWindow.Handle()) {
+            inspectorWindow.Logic().SetLabels(InspectorTexts());
+        }
+        structViewWindow.View().SetLabels(LoadStructViewLabels([this](std::string_view key) { return app.Tr(key); }));
+    };
     return platform;
 }
 
@@ -543,6 +575,49 @@ void AppWindowWin32::PlaceInspectorWindow()
     }
 }
 
+std::optional<std::u16string> AppWindowWin32::ChooseStructPattern(const std::u16string& title,
+    const std::u16string& folder)
+{
+    std::vector<wchar_t> buffer(LongPathBuffer, L'\0');
+    static constexpr wchar_t Filters[] = L"Tolmo Struct Pattern (*.tlpat)\0*.tlpat\0All Files (*.*)\0*.*\0";
+    OPENFILENAMEW dialog{};
+    dialog.lStructSize = sizeof(dialog);
+    dialog.hwndOwner = structViewWindow.Handle() ? structViewWindow.Handle() : window;
+    dialog.lpstrFilter = Filters;
+    dialog.nFilterIndex = 1;
+    dialog.lpstrFile = buffer.data();
+    dialog.nMaxFile = static_cast<DWORD>(buffer.size());
+    dialog.lpstrInitialDir = folder.empty() ? nullptr : Wide(folder);
+    dialog.lpstrTitle = Wide(title);
+    dialog.lpstrDefExt = L"tlpat";
+    dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR;
+    const SystemLibrary dialogs(L"comdlg32.dll");
+    const auto chooseFile = dialogs.Find<decltype(GetOpenFileNameW)>("GetOpenFileNameW");
+    if (!chooseFile || !chooseFile(&dialog)) {
+        return std::nullopt;
+    }
+    return FromWide(buffer.data());
+}
+
+bool AppWindowWin32::EnsureStructViewWindow()
+{
+    if (structViewWindow.Handle()) {
+        return true;
+    }
+    if (!window) {
+        return false;
+    }
+    StructViewWindow& view = structViewWindow.View();
+    view.SetLabels(LoadStructViewLabels([this](std::string_view key) { return app.Tr(key); }));
+    view.SetTheme(app.Settings().theme);
+    view.SetValueFormat(app.CurrentStructFormat());
+    if (!structViewWindow.Ensure(window, instance)) {
+        return false;
+    }
+    structViewWindow.PlaceBeside(window);
+    return true;
+}
+
 LRESULT CALLBACK AppWindowWin32::MainWindowProc(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_NCCREATE) {
@@ -612,6 +687,9 @@ LRESULT AppWindowWin32::HandleMessage(HWND hwnd, UINT message, WPARAM wParam, LP
         OnDpiChanged(wParam, reinterpret_cast<const RECT*>(lParam));
         return 0;
     default:
+        if (message == static_cast<UINT>(AppMessage::ViewChanged)) {
+            StructTimingLog::Instance().CaretMoved(app.View().State().caretOffset);
+        }
         if (IsAppMessage(message) && app.OnAppMessage(static_cast<AppMessage>(message), wParam, lParam)) {
             return 0;
         }

@@ -7,6 +7,7 @@
 #include "app/AppWindow.h"
 #include "hexview/HexViewWin32.h"
 #include "inspector/DataInspectorWindowWin32.h"
+#include "structview/StructViewWindowWin32.h"
 
 #include <windows.h>
 #include <shellapi.h>
@@ -58,6 +59,8 @@ private:
     bool EnsureInspectorWindow();
     void PlaceInspectorWindow();
     InspectorLabels InspectorTexts();
+    std::optional<std::u16string> ChooseStructPattern(const std::u16string& title, const std::u16string& folder);
+    bool EnsureStructViewWindow();
 
     AppWindow& app;
     HINSTANCE instance = nullptr;
@@ -68,6 +71,7 @@ private:
     bool viewHadFocus = false; // the view held the focus when a save disabled it
     HexViewWindow hexViewWindow;
     DataInspectorWindowWin32 inspectorWindow; // outlives its window: width, splitter and pick stay
+    StructViewWindowWin32 structViewWindow;
 };
 
 } // namespace tlm

@@ -371,6 +371,32 @@ AppPlatform AppWindowFixture::MakePlatform()
         structMessages.push_back(message);
         record("showStructMessage");
     };
+    platform.showStructRows = [this, record](const std::u16string& name, std::vector<StructRow> rows,
+                                  const std::u16string& infoText) {
+        structRowsShown.push_back(ShownStructRows{name, std::move(rows), infoText});
+        record("showStructRows");
+    };
+    platform.showStructError = [this, record](const std::u16string& error) {
+        structErrors.push_back(error);
+        record("showStructError");
+    };
+    platform.setStructValueFormat = [this, record](const StructValueFormat& format) {
+        structFormats.push_back(format);
+        record("setStructValueFormat");
+    };
+    platform.chooseStructPattern = [this, record](const std::u16string& title, const std::u16string& startFolder) {
+        patternDialogs.push_back(PatternDialog{title, startFolder});
+        record("chooseStructPattern");
+        return chosenPattern;
+    };
+    platform.folderExists = [this](const std::u16string& candidate) {
+        return std::filesystem::is_directory(std::filesystem::path(candidate));
+    };
+    platform.structViewHasActivation = [this, record] {
+        record("structViewHasActivation");
+        return structViewActive;
+    };
+    platform.restoreStructViewActivation = [this, record] { record("restoreStructViewActivation"); };
     platform.themeAnalysisWindows = [this, record](Theme theme) {
         analysisThemes.push_back(theme);
         record("themeAnalysisWindows");
@@ -572,6 +598,10 @@ void AppWindowFixture::ClearRecords()
     relabels = 0;
     analysisThemes.clear();
     structMessages.clear();
+    structRowsShown.clear();
+    structErrors.clear();
+    structFormats.clear();
+    patternDialogs.clear();
     inspectorValues.clear();
 }
 

@@ -105,6 +105,17 @@ struct StartedProcess {
     std::u16string commandLine;
 };
 
+struct ShownStructRows {
+    std::u16string definitionName;
+    std::vector<StructRow> rows;
+    std::u16string infoText;
+};
+
+struct PatternDialog {
+    std::u16string title;
+    std::u16string folder;
+};
+
 // The repository's root, where "resources/strings" holds the language files.
 std::u16string RepositoryRoot();
 
@@ -220,6 +231,12 @@ protected:
     bool structViewWindow = false;
     std::vector<std::vector<std::u16string>> inspectorValues;
     std::vector<std::u16string> structMessages;
+    std::vector<ShownStructRows> structRowsShown;
+    std::vector<std::u16string> structErrors;
+    std::vector<StructValueFormat> structFormats;
+    std::vector<PatternDialog> patternDialogs;
+    std::optional<std::u16string> chosenPattern; // the pattern dialog's answer; nothing is Cancel
+    bool structViewActive = false;
     std::vector<Theme> analysisThemes;
     int relabels = 0;
 
