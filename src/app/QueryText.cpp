@@ -1,5 +1,7 @@
 #include "app/QueryText.h"
 
+#include "hexview/HexText.h"
+
 #include <array>
 
 namespace tlm {
@@ -25,21 +27,6 @@ bool IsSpace(char16_t character)
         }
     }
     return character >= 0x2000 && character <= 0x200A;
-}
-
-// Only the ASCII digits and letters: full-width forms are not hexadecimal here.
-std::optional<std::uint8_t> HexDigit(char16_t character)
-{
-    if (character >= u'0' && character <= u'9') {
-        return static_cast<std::uint8_t>(character - u'0');
-    }
-    if (character >= u'a' && character <= u'f') {
-        return static_cast<std::uint8_t>(character - u'a' + 10);
-    }
-    if (character >= u'A' && character <= u'F') {
-        return static_cast<std::uint8_t>(character - u'A' + 10);
-    }
-    return std::nullopt;
 }
 
 } // namespace
@@ -69,8 +56,8 @@ std::optional<std::vector<std::uint8_t>> ParseHexQuery(std::u16string_view text)
     std::vector<std::uint8_t> bytes;
     bytes.reserve(digits.size() / 2);
     for (std::size_t index = 0; index < digits.size(); index += 2) {
-        const std::optional<std::uint8_t> high = HexDigit(digits[index]);
-        const std::optional<std::uint8_t> low = HexDigit(digits[index + 1]);
+        const std::optional<std::uint8_t> high = HexDigitValue(digits[index]);
+        const std::optional<std::uint8_t> low = HexDigitValue(digits[index + 1]);
         if (!high || !low) {
             return std::nullopt;
         }
@@ -93,7 +80,7 @@ std::optional<std::uint64_t> ParseGoToOffset(std::u16string_view text)
     }
     std::uint64_t value = 0;
     for (const char16_t character : text) {
-        const std::optional<std::uint8_t> digit = HexDigit(character);
+        const std::optional<std::uint8_t> digit = HexDigitValue(character);
         if (!digit || value > (UINT64_MAX >> 4)) {
             return std::nullopt;
         }

@@ -7,6 +7,20 @@ char16_t UpperHexDigit(std::uint8_t value)
     return static_cast<char16_t>(value < 10 ? u'0' + value : u'A' + (value - 10));
 }
 
+std::optional<std::uint8_t> HexDigitValue(char16_t character)
+{
+    if (character >= u'0' && character <= u'9') {
+        return static_cast<std::uint8_t>(character - u'0');
+    }
+    if (character >= u'a' && character <= u'f') {
+        return static_cast<std::uint8_t>(character - u'a' + 10);
+    }
+    if (character >= u'A' && character <= u'F') {
+        return static_cast<std::uint8_t>(character - u'A' + 10);
+    }
+    return std::nullopt;
+}
+
 std::u16string FormatHexByte(std::uint8_t byte)
 {
     return {UpperHexDigit(static_cast<std::uint8_t>(byte >> 4)), UpperHexDigit(static_cast<std::uint8_t>(byte & 0xF))};

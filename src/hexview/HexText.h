@@ -1,12 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 
 namespace tlm {
 
 char16_t UpperHexDigit(std::uint8_t value); // value 0 to 15
+
+// The value of one hexadecimal digit, either case; only the ASCII forms count, not full-width ones.
+std::optional<std::uint8_t> HexDigitValue(char16_t character);
 
 // Two upper-case hexadecimal digits.
 std::u16string FormatHexByte(std::uint8_t byte);

@@ -8,24 +8,6 @@
 
 namespace tlm {
 
-namespace {
-
-std::optional<std::uint8_t> HexDigitValue(char16_t character)
-{
-    if (character >= u'0' && character <= u'9') {
-        return static_cast<std::uint8_t>(character - u'0');
-    }
-    if (character >= u'a' && character <= u'f') {
-        return static_cast<std::uint8_t>(character - u'a' + 10);
-    }
-    if (character >= u'A' && character <= u'F') {
-        return static_cast<std::uint8_t>(character - u'A' + 10);
-    }
-    return std::nullopt;
-}
-
-} // namespace
-
 bool HexView::HandleHexDigit(char16_t character)
 {
     if (!IsEditableOpen()) {

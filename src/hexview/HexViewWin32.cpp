@@ -2,7 +2,7 @@
 
 #include "hexview/ClipboardWin32.h"
 #include "hexview/ComRefWin32.h"
-#include "hexview/SystemLibraryWin32.h"
+#include "hexview/Direct2DFactoriesWin32.h"
 
 #include <windowsx.h>
 
@@ -29,11 +29,6 @@ std::wstring Wide(std::u16string_view text)
     return std::wstring(text.begin(), text.end());
 }
 
-float EffectiveDpi(std::uint32_t dpi)
-{
-    return dpi == 0 ? 96.0f : static_cast<float>(dpi);
-}
-
 D2D1_COLOR_F ToD2D(const RgbaColor& color)
 {
     return D2D1_COLOR_F{color.red, color.green, color.blue, color.alpha};
@@ -51,39 +46,19 @@ D2D1_RECT_F ToD2D(const PaintRect& rect)
 class HexViewGraphics {
 public:
     explicit HexViewGraphics(DirectWriteStart& directWrite)
-        : directWrite(directWrite)
+        : factories(directWrite)
     {
-    }
-
-    bool EnsureD2DFactory()
-    {
-        if (!d2dFactory) {
-            if (!d2dLibrary) {
-                d2dLibrary = std::make_unique<SystemLibrary>(L"d2d1.dll");
-            }
-            using CreateFactory = HRESULT WINAPI(D2D1_FACTORY_TYPE, REFIID, const D2D1_FACTORY_OPTIONS*, void**);
-            if (const auto create = d2dLibrary->Find<CreateFactory>("D2D1CreateFactory")) {
-                create(D2D1_FACTORY_TYPE_SINGLE_THREADED, __uuidof(ID2D1Factory), nullptr,
-                    reinterpret_cast<void**>(d2dFactory.Put()));
-            }
-        }
-        return static_cast<bool>(d2dFactory);
     }
 
     // The factory comes from the thread that reads the fonts; until it is done there is none, and the
     // view is measured again once it is.
-    bool EnsureDWriteFactory()
-    {
-        if (!dwriteFactory) {
-            *dwriteFactory.Put() = directWrite.TakeFactory();
-        }
-        return static_cast<bool>(dwriteFactory);
-    }
+    bool EnsureDWriteFactory() { return factories.EnsureDWrite(); }
 
     // Replaces the text format with one for `font` at `fontSize`; false when none can be made.
     bool MakeTextFormat(const HexViewFont& font, float fontSize)
     {
         textFormat.Reset();
+        IDWriteFactory* const dwriteFactory = factories.DWrite();
         if (!dwriteFactory) {
             return false;
         }
@@ -107,19 +82,18 @@ public:
     // client size and DPI. Each step that fails leaves the rest missing.
     void Ensure(HWND window, const HexView& view)
     {
-        if (!EnsureD2DFactory()) {
+        if (!factories.EnsureD2D()) {
             return;
         }
-        EnsureDWriteFactory();
-        if (!textFormat && dwriteFactory) {
+        if (!textFormat && factories.EnsureDWrite()) {
             MakeTextFormat(view.Font(), view.Metrics().fontSize);
         }
         if (!renderTarget) {
-            MakeRenderTarget(window, view.Metrics().dpi);
+            factories.MakeWindowTarget(window, view.Metrics().dpi, renderTarget);
         }
     }
 
-    bool IsReady() const { return renderTarget && dwriteFactory && textFormat; }
+    bool IsReady() const { return renderTarget && factories.DWrite() && textFormat; }
 
     void ReleaseDeviceResources()
     {
@@ -131,29 +105,26 @@ public:
     bool MakeLayout(const wchar_t* text, std::size_t length, float maxWidth, float maxHeight,
         ComRef<IDWriteTextLayout>& layout) const
     {
-        if (!dwriteFactory || !textFormat) {
+        if (!factories.DWrite() || !textFormat) {
             return false;
         }
-        const HRESULT created = dwriteFactory->CreateTextLayout(text, static_cast<UINT32>(length), textFormat.Get(),
+        const HRESULT created = factories.DWrite()->CreateTextLayout(text, static_cast<UINT32>(length), textFormat.Get(),
             maxWidth, maxHeight, layout.Put());
         return SUCCEEDED(created) && layout;
     }
 
-    std::unique_ptr<SystemLibrary> d2dLibrary; // loaded at the first paint; outlives what it made
-    ComRef<ID2D1Factory> d2dFactory;
+    Direct2DFactories factories; // made before, and so released after, what is made from them
     ComRef<ID2D1HwndRenderTarget> renderTarget;
-    ComRef<IDWriteFactory> dwriteFactory;
     ComRef<IDWriteTextFormat> textFormat;
 
 private:
-    DirectWriteStart& directWrite;
 
     // A family the system does not have would draw nothing at all on some systems: the default face
     // stands in for it, so that a stale font name in the settings never hides the bytes.
     std::wstring InstalledFamilyOr(const std::wstring& family, const std::wstring& fallback) const
     {
         ComRef<IDWriteFontCollection> fonts;
-        if (FAILED(dwriteFactory->GetSystemFontCollection(fonts.Put(), FALSE)) || !fonts) {
+        if (FAILED(factories.DWrite()->GetSystemFontCollection(fonts.Put(), FALSE)) || !fonts) {
             return family;
         }
         UINT32 index = 0;
@@ -170,29 +141,14 @@ private:
     {
         ComRef<IDWriteFactory2> factory2;
         ComRef<IDWriteTextFormat1> format1;
-        if (!dwriteFactory.QueryInto(factory2) || !textFormat.QueryInto(format1)) {
+        if (FAILED(factories.DWrite()->QueryInterface(__uuidof(IDWriteFactory2), reinterpret_cast<void**>(factory2.Put())))
+            || !textFormat.QueryInto(format1)) {
             return;
         }
         ComRef<IDWriteFontFallback> fallback;
         if (SUCCEEDED(factory2->GetSystemFontFallback(fallback.Put())) && fallback) {
             format1->SetFontFallback(fallback.Get());
         }
-    }
-
-    void MakeRenderTarget(HWND window, std::uint32_t dpi)
-    {
-        RECT client{};
-        GetClientRect(window, &client);
-        const D2D1_SIZE_U size{static_cast<UINT32>(client.right - client.left),
-            static_cast<UINT32>(client.bottom - client.top)};
-        const D2D1_RENDER_TARGET_PROPERTIES properties = D2D1::RenderTargetProperties();
-        const D2D1_HWND_RENDER_TARGET_PROPERTIES windowProperties = D2D1::HwndRenderTargetProperties(window, size);
-        if (FAILED(d2dFactory->CreateHwndRenderTarget(&properties, &windowProperties, renderTarget.Put()))) {
-            renderTarget.Reset();
-            return;
-        }
-        // Coordinates stay in device-independent pixels; the target scales them.
-        renderTarget->SetDpi(EffectiveDpi(dpi), EffectiveDpi(dpi));
     }
 };
 

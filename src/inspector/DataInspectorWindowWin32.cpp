@@ -3,8 +3,8 @@
 #include "app/AppMessage.h"
 #include "hexview/ClipboardWin32.h"
 #include "hexview/ComRefWin32.h"
+#include "hexview/Direct2DFactoriesWin32.h"
 #include "hexview/DirectWriteStartWin32.h"
-#include "hexview/SystemLibraryWin32.h"
 
 #include <windowsx.h>
 
@@ -25,11 +25,6 @@ const wchar_t* Wide(const std::u16string& text)
     return reinterpret_cast<const wchar_t*>(text.c_str());
 }
 
-float EffectiveDpi(std::uint32_t dpi)
-{
-    return dpi == 0 ? 96.0f : static_cast<float>(dpi);
-}
-
 D2D1_COLOR_F ToD2D(const InspectorColor& color)
 {
     return D2D1_COLOR_F{static_cast<float>(color.red) / 255.0f, static_cast<float>(color.green) / 255.0f,
@@ -38,7 +33,7 @@ D2D1_COLOR_F ToD2D(const InspectorColor& color)
 
 int Scaled(int length, std::uint32_t dpi)
 {
-    return MulDiv(length, static_cast<int>(EffectiveDpi(dpi)), 96);
+    return MulDiv(length, static_cast<int>(WindowDpi(dpi)), 96);
 }
 
 } // namespace
@@ -47,37 +42,13 @@ int Scaled(int length, std::uint32_t dpi)
 // with every resize and device loss, the text format with a DPI change, and both with the window.
 class DataInspectorGraphics {
 public:
-    bool EnsureD2DFactory()
-    {
-        if (!d2dFactory) {
-            if (!d2dLibrary) {
-                d2dLibrary = std::make_unique<SystemLibrary>(L"d2d1.dll");
-            }
-            using CreateFactory = HRESULT WINAPI(D2D1_FACTORY_TYPE, REFIID, const D2D1_FACTORY_OPTIONS*, void**);
-            if (const auto create = d2dLibrary->Find<CreateFactory>("D2D1CreateFactory")) {
-                create(D2D1_FACTORY_TYPE_SINGLE_THREADED, __uuidof(ID2D1Factory), nullptr,
-                    reinterpret_cast<void**>(d2dFactory.Put()));
-            }
-        }
-        return static_cast<bool>(d2dFactory);
-    }
-
-    // Until the thread that reads the fonts is done there is no factory; it says when it is.
-    bool EnsureDWriteFactory()
-    {
-        if (!dwriteFactory) {
-            *dwriteFactory.Put() = directWrite.TakeFactory();
-        }
-        return static_cast<bool>(dwriteFactory);
-    }
-
     void NotifyWhenReady(HWND window, UINT message) { directWrite.NotifyWhenReady(window, message); }
 
     void MakeTextFormat(std::uint32_t dpi)
     {
         textFormat.Reset();
-        const float size = EffectiveDpi(dpi) * InspectorLayout::FontSize / 96.0f;
-        if (FAILED(dwriteFactory->CreateTextFormat(L"Segoe UI", nullptr, DWRITE_FONT_WEIGHT_NORMAL,
+        const float size = WindowDpi(dpi) * InspectorLayout::FontSize / 96.0f;
+        if (FAILED(factories.DWrite()->CreateTextFormat(L"Segoe UI", nullptr, DWRITE_FONT_WEIGHT_NORMAL,
                 DWRITE_FONT_STYLE_NORMAL, DWRITE_FONT_STRETCH_NORMAL, size, L"", textFormat.Put()))
             || !textFormat) {
             textFormat.Reset();
@@ -88,33 +59,17 @@ public:
         textFormat->SetTextAlignment(DWRITE_TEXT_ALIGNMENT_LEADING);
     }
 
-    void MakeRenderTarget(HWND window, std::uint32_t dpi)
-    {
-        RECT client{};
-        GetClientRect(window, &client);
-        const D2D1_SIZE_U size{static_cast<UINT32>(client.right - client.left),
-            static_cast<UINT32>(client.bottom - client.top)};
-        const D2D1_RENDER_TARGET_PROPERTIES properties = D2D1::RenderTargetProperties();
-        const D2D1_HWND_RENDER_TARGET_PROPERTIES windowProperties = D2D1::HwndRenderTargetProperties(window, size);
-        if (FAILED(d2dFactory->CreateHwndRenderTarget(&properties, &windowProperties, renderTarget.Put()))) {
-            renderTarget.Reset();
-            return;
-        }
-        renderTarget->SetDpi(EffectiveDpi(dpi), EffectiveDpi(dpi));
-    }
-
     // Factory, text engine, text format, then the target; each missing step leaves the rest missing.
     bool Ensure(HWND window, std::uint32_t dpi)
     {
-        if (!EnsureD2DFactory() || !EnsureDWriteFactory()) {
+        if (!factories.EnsureD2D() || !factories.EnsureDWrite()) {
             return false;
         }
         if (!textFormat) {
             MakeTextFormat(dpi);
         }
         if (textFormat && !renderTarget) {
-            MakeRenderTarget(window, dpi);
-            if (renderTarget) {
+            if (factories.MakeWindowTarget(window, dpi, renderTarget)) {
                 // Wine shows what a new target draws into a top-level window only once the window has
                 // been laid out again; asking for its frame anew does that and changes nothing else.
                 SetWindowPos(window, nullptr, 0, 0, 0, 0,
@@ -136,11 +91,9 @@ public:
     IDWriteTextFormat* TextFormat() const { return textFormat.Get(); }
 
 private:
-    // In the order of making: each goes before what it was made from.
+    // In the order of making, so that each is released before what it was made from.
     DirectWriteStart directWrite;
-    std::unique_ptr<SystemLibrary> d2dLibrary;
-    ComRef<ID2D1Factory> d2dFactory;
-    ComRef<IDWriteFactory> dwriteFactory;
+    Direct2DFactories factories{directWrite};
     ComRef<IDWriteTextFormat> textFormat;
     ComRef<ID2D1HwndRenderTarget> renderTarget;
 };
