@@ -91,6 +91,9 @@ bool AppWindow::Create(std::optional<std::u16string> path)
         return false;
     }
     CallIfSet(platform.showWindow);
+    // The analysis windows wait for the main window: they come beside it once it stands, so they
+    // neither show on their own nor hold up its first appearance.
+    CallIfSet(platform.placeAnalysisWindows);
     return true;
 }
 

@@ -561,7 +561,9 @@ void AppWindowWin32::PlaceInspectorWindow()
     if (!window || !inspector || !GetWindowRect(window, &main)) {
         return;
     }
-    const InspectorPlacementStep step = PlaceInspectorBeside(ToScreenRect(main), IsIconic(window) != FALSE,
+    // Beside a main window that is not shown yet, or minimised, the inspector waits hidden.
+    const bool mainAway = IsIconic(window) != FALSE || IsWindowVisible(window) == FALSE;
+    const InspectorPlacementStep step = PlaceInspectorBeside(ToScreenRect(main), mainAway,
         IsZoomed(inspector) != FALSE, inspectorWindow.Logic().WindowWidth());
     if (step.move) {
         SetWindowPos(inspector, nullptr, step.move->left, step.move->top, step.move->width, step.move->height,

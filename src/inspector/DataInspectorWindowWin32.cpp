@@ -191,10 +191,6 @@ bool DataInspectorWindowWin32::Show(HWND owner, HINSTANCE instance, const Inspec
             return false;
         }
     }
-    if (!graphics) {
-        // The fonts are read on a thread of their own from here on; the first paint waits for nothing.
-        graphics = std::make_unique<DataInspectorGraphics>();
-    }
     parent = owner;
     const HWND created = CreateWindowExW(WS_EX_WINDOWEDGE, ClassName, Wide(labels.title),
         WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_MAXIMIZEBOX, CW_USEDEFAULT, CW_USEDEFAULT,
@@ -204,7 +200,10 @@ bool DataInspectorWindowWin32::Show(HWND owner, HINSTANCE instance, const Inspec
     }
     logic.SetLabels(labels);
     logic.SetTheme(theme);
-    graphics->NotifyWhenReady(created, FontsReadyMessage);
+    if (graphics) {
+        // Made for an earlier window; the fonts may still be on their way.
+        graphics->NotifyWhenReady(created, FontsReadyMessage);
+    }
     return true;
 }
 
@@ -265,8 +264,14 @@ void DataInspectorWindowWin32::Paint()
     if (!BeginPaint(window, &paintStruct)) {
         return;
     }
+    if (!graphics) {
+        // Made at the first paint, when the window stands, so that reading the fonts on a thread of
+        // their own never competes with the main window's start.
+        graphics = std::make_unique<DataInspectorGraphics>();
+        graphics->NotifyWhenReady(window, FontsReadyMessage);
+    }
     // Without a text engine yet nothing is drawn; the engine's arrival asks for the paint again.
-    if (graphics && graphics->Ensure(window, logic.Dpi())) {
+    if (graphics->Ensure(window, logic.Dpi())) {
         BuildInspectorPaint(logic, ClientSize(), paint);
         ID2D1HwndRenderTarget& target = *graphics->Target();
         InspectorBrushes brushes;

@@ -226,7 +226,8 @@ void StructViewWindowWin32::PlaceBeside(HWND mainWindow)
     if (!window || !mainWindow) {
         return;
     }
-    if (IsIconic(mainWindow)) {
+    // Beside a main window that is not shown yet, or minimised, the struct view waits hidden.
+    if (IsIconic(mainWindow) || !IsWindowVisible(mainWindow)) {
         ShowWindow(window, SW_HIDE);
         return;
     }

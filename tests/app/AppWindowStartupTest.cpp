@@ -43,6 +43,15 @@ TEST_F(AppWindowStartupTest, StartUpRunsItsStepsInOrder)
     EXPECT_EQ(CallsAmong(steps), steps);
 }
 
+TEST_F(AppWindowStartupTest, TheAnalysisWindowsArePlacedOnceMoreAfterTheMainWindowIsShown)
+{
+    ASSERT_TRUE(Start());
+    const std::vector<std::string> calls = CallsAmong({"showWindow", "placeAnalysisWindows"});
+    ASSERT_GE(calls.size(), 2u);
+    EXPECT_EQ(calls[calls.size() - 2], "showWindow");
+    EXPECT_EQ(calls.back(), "placeAnalysisWindows");
+}
+
 TEST_F(AppWindowStartupTest, TheSettingsAreLoadedBeforeAnyClassIsRegistered)
 {
     bool writtenBeforeRegistration = false;
