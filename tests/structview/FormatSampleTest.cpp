@@ -14,12 +14,14 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <memory>
+#include <optional>
 #include <random>
 #include <set>
 #include <sstream>
@@ -39,11 +41,6 @@ std::string Narrow(std::u16string_view text)
     for (char16_t unit : text)
         narrow.push_back(unit < 0x80 ? static_cast<char>(unit) : '?');
     return narrow;
-}
-
-std::u16string Widen(std::string_view text)
-{
-    return std::u16string(text.begin(), text.end());
 }
 
 std::string Trim(std::string text)
