@@ -7,7 +7,7 @@
 # bit-field masks (compression 3) are checked against the bytes as od reads them.
 out="$1"
 
-u32() { od -An -tu4 --endian=little -j "$2" -N4 "$1" | tr -d ' '; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
 report_field() { sed -n "s|.*$2.*|\1|p" <<<"$1"; }
 
 write_expect() {
@@ -59,6 +59,6 @@ convert -size 40x30 gradient:red-blue -type Palette -colors 16 "BMP3:$out/bmp-16
 write_expect bmp-16-colours 40 0
 
 convert -size 40x30 xc:'rgba(1,2,3,0.5)' "BMP:$out/bmp-v5-alpha.bmp"
-compression="$(u32 "$out/bmp-v5-alpha.bmp" 30)"
+compression="$(le32 "$out/bmp-v5-alpha.bmp" 30)"
 [ "$compression" = 3 ] || { echo "bmp-v5-alpha: compression $compression, expected bit fields (3)" >&2; exit 1; }
 write_expect bmp-v5-alpha 124 "$compression"

@@ -7,7 +7,7 @@
 # checked against the bytes as od reads them.
 out="$1"
 
-hexbytes() { od -An -tx1 -j "$2" -N "$3" "$1" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
 
 size_of() { identify -format '%w %h\n' "$1" | head -n 1; }
 
@@ -24,7 +24,7 @@ pattern dds
 sample $name.dds
 format little hex ascii
 field magic = "DDS "
-field header.reserved1 = $(hexbytes "$out/$name.dds" 32 16) ...
+field header.reserved1 = $(hex_bytes "$out/$name.dds" 32 16) ...
 format little dec
 field header.size = 124
 field header.height = $height

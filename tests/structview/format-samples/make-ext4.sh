@@ -12,7 +12,8 @@ E2FSPROGS_FAKE_TIME=1700000000 mkfs.ext4 -q -F -b 4096 -I 256 -m 5 \
   -U 01234567-89ab-cdef-0123-456789abcdef -L TOLMOEXT4 -M /tolmo \
   -E hash_seed=fedcba98-7654-3210-fedc-ba9876543210,root_owner=1000:1000 "$img"
 TZ=UTC dumpe2fs -h "$img" >report.txt 2>/dev/null
-echo "$(od -An -tx1 -v -j $((1024 + 0x10C)) -N 16 "$img" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F)" >journal-blocks.txt
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
+hex_bytes "$img" $((1024 + 0x10C)) 16 >journal-blocks.txt
 python3 - report.txt journal-blocks.txt >"$out/ext4-mkfs.expect" <<'PY'
 import calendar, re, sys, time, uuid
 report = dict(re.match(r"([^:]+):\s*(.*)", line).groups() for line in open(sys.argv[1]) if ":" in line)

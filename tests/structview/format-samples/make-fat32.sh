@@ -7,7 +7,8 @@ rm -f "$img"
 truncate -s 64M "$img"
 mkfs.fat -F 32 -i 1234ABCD -n TOLMOFAT32 -S 512 -s 1 -h 0 "$img" >/dev/null
 minfo -i "$img" :: >report.txt
-bytes() { od -An -tx1 -v -j "$1" -N "$2" "$img" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
+bytes() { hex_bytes "$img" "$1" "$2"; }
 {
   echo "jump $(bytes 0 3)"
   echo "boot $(bytes 90 16)"

@@ -6,7 +6,7 @@
 # and are read from the bytes with od; ImageMagick gives no pixel aspect ratio (0).
 out="$1"
 
-byte() { od -An -tu1 -j "$2" -N1 "$1" | tr -d ' '; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
 
 make_gif() {
   local name="$1"; shift
@@ -15,7 +15,7 @@ make_gif() {
   report="$(file -b "$out/$name.gif")"
   read -r version width height < <(sed -n 's/^GIF image data, version \([0-9a-z]*\), \([0-9]*\) x \([0-9]*\)$/\1 \2 \3/p' <<<"$report")
   entries="$(identify -verbose "$out/$name.gif" | sed -n 's/^ *Colormap entries: \([0-9]*\)$/\1/p')"
-  resolutionBits=$(($(byte "$out/$name.gif" 10) & 0x70))
+  resolutionBits=$(($(u8 "$out/$name.gif" 10) & 0x70))
   log=0
   while [ $((2 << log)) -lt "$entries" ]; do log=$((log + 1)); done
   [ $((2 << log)) = "$entries" ] || { echo "$name: $entries colour table entries is no power of 2" >&2; exit 1; }
@@ -30,7 +30,7 @@ field screen.flags = $(printf '0x%02X' $((0x80 | resolutionBits | log)))
 format little dec
 field screen.width = $width
 field screen.height = $height
-field screen.backgroundColorIndex = $(byte "$out/$name.gif" 11)
+field screen.backgroundColorIndex = $(u8 "$out/$name.gif" 11)
 field screen.pixelAspectRatio = 0
 EXPECT
 }

@@ -13,7 +13,8 @@ touch -d @1700000000 tree/readme.txt tree
 TZ=UTC genisoimage -quiet -V TOLMO_VOLUME -sysid TOLMOSYS -volset TOLMOSET -publisher "TOLMO PUBLISHER" \
   -p "TOLMO PREPARER" -A "TOLMO APPLICATION" -o "$img" tree
 isoinfo -d -debug -i "$img" >report.txt
-bytes() { od -An -tx1 -v -j "$1" -N "$2" "$img" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
+bytes() { hex_bytes "$img" "$1" "$2"; }
 {
   echo "rootdate $(bytes $((0x8000 + 156 + 18)) 7)"
   echo "appuse $(bytes $((0x8000 + 883)) 16)"

@@ -9,7 +9,8 @@ rm -f "$img"
 truncate -s 64M "$img"
 mkntfs -F -f -T -s 512 -c 4096 -p 0 -H 255 -S 63 -L TOLMONTFS --quick "$img" >/dev/null 2>&1
 ntfsinfo -m "$img" >report.txt
-bytes() { od -An -tx1 -v -j "$1" -N "$2" "$img" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
+bytes() { hex_bytes "$img" "$1" "$2"; }
 {
   echo "size $(stat -c %s "$img")"
   echo "jump $(bytes 0 3)"

@@ -13,7 +13,8 @@ C
 x86_64-w64-mingw32-gcc -O2 -s -Wl,--no-insert-timestamp -o "$exe" hello.c
 readpe -H "$exe" >readpe.txt
 x86_64-w64-mingw32-objdump -p "$exe" >objdump.txt
-od -An -tx1 -v -j 0 -N 64 "$exe" | tr -s ' \n' ' ' | sed 's/^ //; s/ $//' | tr a-f A-F >dos.txt
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
+hex_bytes "$exe" 0 64 >dos.txt
 python3 - readpe.txt objdump.txt dos.txt "$out" <<'PY'
 import os, re, sys
 readpe, objdump = open(sys.argv[1]).read(), open(sys.argv[2]).read()

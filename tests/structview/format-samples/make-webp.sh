@@ -4,7 +4,7 @@
 # is read from the bytes with od and must round up to what webpinfo reports.
 out="$1"
 
-le32() { od -An -tu4 --endian=little -j "$2" -N4 "$1" | tr -d ' '; }
+. "$(dirname "${BASH_SOURCE[0]}")/sample-bytes.sh"
 
 make_webp() {
   local name="$1" source="$2"; shift 2
