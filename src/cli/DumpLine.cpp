@@ -4,6 +4,32 @@
 
 namespace tlm {
 
+namespace {
+
+bool IsControl(char16_t unit)
+{
+    return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
+}
+
+void AppendCellText(std::string& out, const std::u16string& cell)
+{
+    for (const char16_t unit : cell) {
+        if (IsControl(unit)) {
+            std::u16string shown;
+            for (const char16_t kept : cell) {
+                if (!IsControl(kept)) {
+                    shown.push_back(kept);
+                }
+            }
+            AppendUtf8(out, shown);
+            return;
+        }
+    }
+    AppendUtf8(out, cell);
+}
+
+} // namespace
+
 void AppendDumpLine(std::string& out, const RowCells& cells)
 {
     AppendUtf8(out, cells.offsetText);
@@ -20,7 +46,7 @@ void AppendDumpLine(std::string& out, const RowCells& cells)
     }
     out += "  ";
     for (const std::u16string& cell : cells.textCells) {
-        AppendUtf8(out, cell);
+        AppendCellText(out, cell);
     }
     out.push_back('\n');
 }
