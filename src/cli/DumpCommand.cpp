@@ -267,7 +267,8 @@ int RunDumpCommand(std::span<const std::string> words, CliStreams& streams)
     if (!ReadRange(streams, *arguments, file.GetSize(), range)) {
         return CliBadInput;
     }
-    ProgressBar progress(streams, range.end - range.firstRow);
+    // Rows on the same terminal would tear the bar apart; it shows only when the rows go elsewhere.
+    ProgressBar progress(streams, streams.outIsTerminal ? 0 : range.end - range.firstRow);
     Dumper dumper(streams, file, encoding, arguments->Has("--json"));
     if (!dumper.Run(range, progress)) {
         progress.Finish();
