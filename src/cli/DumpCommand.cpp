@@ -5,6 +5,7 @@
 #include "cli/DumpLine.h"
 #include "cli/JsonWriter.h"
 #include "cli/ProgressBar.h"
+#include "cli/ShortLookBackRowText.h"
 #include "cli/WindowedDocument.h"
 #include "document/FileViewModel.h"
 #include "encoding/EncodingCatalogue.h"
@@ -228,15 +229,34 @@ private:
         }
         for (std::uint64_t row = chunk; row < chunkEnd; row += DumpRowBytes) {
             if (json) {
-                AppendJsonRow(jsonWriter, row, BuildRowCells(&window, row, rowAt(row), encoding));
+                AppendJsonRow(jsonWriter, row, RowCellsAt(row, rowAt(row)));
                 if (jsonWriter.Size() >= CliOutput::FlushSize) {
                     output.Append(jsonWriter.TakeText());
                 }
             } else {
-                AppendDumpLine(output.Buffer(), BuildRowCells(&window, row, rowAt(row), encoding));
+                AppendDumpLine(output.Buffer(), RowCellsAt(row, rowAt(row)));
             }
             output.FlushIfFull();
         }
+    }
+
+    // The hex view's cells of the row. The double-byte encodings read 4,096 bytes in front of every row
+    // to find where it starts; most rows can be shown to start at the same place from 64 bytes.
+    RowCells RowCellsAt(std::uint64_t row, std::span<const std::uint8_t> rowBytes)
+    {
+        std::optional<std::vector<std::u16string>> text = ShortLookBackRowText(
+            encoding, window.WindowBytes(), window.WindowStart(), window.GetSize(), row, rowBytes.size());
+        if (!text) {
+            return BuildRowCells(&window, row, rowBytes, encoding);
+        }
+        RowCells cells;
+        cells.offsetText = FormatRowOffset(row, wide);
+        cells.hexCells.reserve(rowBytes.size());
+        for (const std::uint8_t byte : rowBytes) {
+            cells.hexCells.push_back(FormatHexByte(byte));
+        }
+        cells.textCells = std::move(*text);
+        return cells;
     }
 
     CliOutput output;

@@ -89,6 +89,30 @@ TEST(DumpCommand, EveryRowEqualsTheHexViewsCellsInEveryEncoding)
     }
 }
 
+TEST(DumpCommand, DoubleByteRowsEqualTheHexViewsCellsOverRandomBytesTextAndLongRunsOfLeadBytes)
+{
+    // Long runs of bytes that are both lead and trail keep short and long look-backs out of step for
+    // thousands of bytes; random bytes and text fall into step at once. Every row must be the view's.
+    CliTemporaryFolder folder;
+    std::vector<std::uint8_t> bytes = RandomBytes(40000, 17);
+    for (const std::uint8_t runByte : {0x81, 0xA1, 0xB0, 0xE0}) {
+        bytes.insert(bytes.end(), 5000 + runByte % 7, runByte);
+        const std::vector<std::uint8_t> noise = RandomBytes(3000, runByte);
+        bytes.insert(bytes.end(), noise.begin(), noise.end());
+    }
+    for (int repeat = 0; repeat < 3000; ++repeat) {
+        bytes.insert(bytes.end(), {0x93, 0xFA, 0x96, 0x7B, 0x41, 0xB1, 0xC7, 0xD1, 0xA4, 0xA1});
+    }
+    bytes.insert(bytes.end(), 4500, 0x82);
+    bytes.push_back(0x81);
+    const std::filesystem::path path = folder.Write("double-byte.bin", bytes);
+    const std::uint64_t endRow = (bytes.size() + 15) / 16 * 16;
+    for (const TextEncoding encoding : {TextEncoding::ShiftJis, TextEncoding::Windows949, TextEncoding::EucKr,
+             TextEncoding::Big5, TextEncoding::Gbk}) {
+        ExpectDumpEqualsRowCells(path, encoding, {}, 0, endRow);
+    }
+}
+
 TEST(DumpCommand, ARangeInsideTheFileStillEqualsTheHexViewsCells)
 {
     CliTemporaryFolder folder;
