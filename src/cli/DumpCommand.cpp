@@ -87,7 +87,7 @@ constexpr std::size_t LongestTableLine = 17 + 1 + DumpRowBytes * 3 + 1 + DumpRow
 // The line AppendDumpLine makes from the row's cells, written straight from the table at `at`; gives
 // where the line ends. Each byte's hex cell and blank are copied as one piece of three and its text as
 // one piece of four, which is what makes a dump of gigabytes quick.
-char* WriteTableLine(char* at, const ByteCellTable& table, std::uint64_t rowOffset, bool wide,
+char* WriteTableLineFront(char* at, const ByteCellTable& table, std::uint64_t rowOffset, bool wide,
     std::span<const std::uint8_t> row)
 {
     constexpr char Digits[] = "0123456789ABCDEF";
@@ -102,6 +102,13 @@ char* WriteTableLine(char* at, const ByteCellTable& table, std::uint64_t rowOffs
     }
     // The blank after the sixteenth cell is the first of the two before the text.
     *at++ = ' ';
+    return at;
+}
+
+char* WriteTableLine(char* at, const ByteCellTable& table, std::uint64_t rowOffset, bool wide,
+    std::span<const std::uint8_t> row)
+{
+    at = WriteTableLineFront(at, table, rowOffset, wide, row);
     for (const std::uint8_t byte : row) {
         // The next cell or the line end overwrites what the copy left past the text.
         const ByteCellTable::CellText& text = table.Text(byte);
@@ -234,7 +241,7 @@ private:
                     output.Append(jsonWriter.TakeText());
                 }
             } else {
-                AppendDumpLine(output.Buffer(), RowCellsAt(row, rowAt(row)));
+                AppendLine(row, rowAt(row));
             }
             output.FlushIfFull();
         }
@@ -259,7 +266,26 @@ private:
         return cells;
     }
 
+    // One line as AppendDumpLine writes it; the front straight from the hex table where the text
+    // column came without the row's other cells.
+    void AppendLine(std::uint64_t row, std::span<const std::uint8_t> rowBytes)
+    {
+        std::optional<std::vector<std::u16string>> text = ShortLookBackRowText(
+            encoding, window.WindowBytes(), window.WindowStart(), window.GetSize(), row, rowBytes.size());
+        if (!text) {
+            AppendDumpLine(output.Buffer(), BuildRowCells(&window, row, rowBytes, encoding));
+            return;
+        }
+        std::string& buffer = output.Buffer();
+        const std::size_t start = buffer.size();
+        buffer.resize(start + LongestTableLine);
+        char* end = WriteTableLineFront(buffer.data() + start, hexTable, row, wide, rowBytes);
+        buffer.resize(static_cast<std::size_t>(end - buffer.data()));
+        AppendDumpLineText(buffer, *text);
+    }
+
     CliOutput output;
+    ByteCellTable hexTable{TextEncoding::Ascii};
     WindowedDocument window;
     TextEncoding encoding;
     bool json = false;

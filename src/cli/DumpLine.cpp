@@ -45,7 +45,12 @@ void AppendDumpLine(std::string& out, const RowCells& cells)
         }
     }
     out += "  ";
-    for (const std::u16string& cell : cells.textCells) {
+    AppendDumpLineText(out, cells.textCells);
+}
+
+void AppendDumpLineText(std::string& out, const std::vector<std::u16string>& textCells)
+{
+    for (const std::u16string& cell : textCells) {
         AppendCellText(out, cell);
     }
     out.push_back('\n');

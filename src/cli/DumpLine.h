@@ -17,4 +17,7 @@ inline constexpr std::size_t DumpRowBytes = 16;
 // a line feed would split the row and an escape would reach the terminal.
 void AppendDumpLine(std::string& out, const RowCells& cells);
 
+// The text column and the line end alone, for a line whose front was written by other means.
+void AppendDumpLineText(std::string& out, const std::vector<std::u16string>& textCells);
+
 } // namespace tlm
