@@ -11,7 +11,9 @@ bool IsControl(char16_t unit)
     return unit < 0x20 || (unit >= 0x7F && unit <= 0x9F);
 }
 
-void AppendCellText(std::string& out, const std::u16string& cell)
+} // namespace
+
+void AppendDumpCellText(std::string& out, const std::u16string& cell)
 {
     for (const char16_t unit : cell) {
         if (IsControl(unit)) {
@@ -27,8 +29,6 @@ void AppendCellText(std::string& out, const std::u16string& cell)
     }
     AppendUtf8(out, cell);
 }
-
-} // namespace
 
 void AppendDumpLine(std::string& out, const RowCells& cells)
 {
@@ -51,7 +51,7 @@ void AppendDumpLine(std::string& out, const RowCells& cells)
 void AppendDumpLineText(std::string& out, const std::vector<std::u16string>& textCells)
 {
     for (const std::u16string& cell : textCells) {
-        AppendCellText(out, cell);
+        AppendDumpCellText(out, cell);
     }
     out.push_back('\n');
 }

@@ -17,6 +17,9 @@ inline constexpr std::size_t DumpRowBytes = 16;
 // a line feed would split the row and an escape would reach the terminal.
 void AppendDumpLine(std::string& out, const RowCells& cells);
 
+// One text cell as a line shows it: its characters less the control characters.
+void AppendDumpCellText(std::string& out, const std::u16string& cell);
+
 // The text column and the line end alone, for a line whose front was written by other means.
 void AppendDumpLineText(std::string& out, const std::vector<std::u16string>& textCells);
 

@@ -113,6 +113,42 @@ TEST(DumpCommand, DoubleByteRowsEqualTheHexViewsCellsOverRandomBytesTextAndLongR
     }
 }
 
+// A dump of megabytes writes its lines from lookup tables, on two threads a piece each in turn; every
+// line must still be the one the view's cells give, across the pieces' and chunks' edges.
+TEST(DumpCommand, ALongDumpEqualsTheHexViewsCellsLineForLine)
+{
+    CliTemporaryFolder folder;
+    std::vector<std::uint8_t> bytes;
+    std::uint8_t seed = 1;
+    while (bytes.size() < 3 * 1024 * 1024 + 5) {
+        const std::vector<std::uint8_t> noise = RandomBytes(7000 + seed * 13, seed);
+        bytes.insert(bytes.end(), noise.begin(), noise.end());
+        for (int repeat = 0; repeat < 700; ++repeat) {
+            bytes.insert(bytes.end(), {0x93, 0xFA, 0x96, 0x7B, 0x8C, 0xEA, 0x41, 0xB1, 0x82, 0xA0, 0xC7, 0xD1, 0x0A});
+        }
+        bytes.insert(bytes.end(), 300u + seed, static_cast<std::uint8_t>(0x81 + seed % 3));
+        ++seed;
+    }
+    bytes.push_back(0x82);
+    const std::filesystem::path path = folder.Write("long.bin", bytes);
+    FileViewModel file;
+    ASSERT_TRUE(file.Open(path.u16string()));
+    for (const TextEncoding encoding : {TextEncoding::Ascii, TextEncoding::ShiftJis, TextEncoding::Gbk}) {
+        const std::string encodingName = Utf16ToUtf8(EncodingDisplayName(encoding));
+        const CliRun run = RunCliCaptured({"dump", PathText(path), "--encoding", encodingName});
+        ASSERT_EQ(run.exitCode, 0) << run.err;
+        const std::vector<std::string> lines = SplitLines(run.out);
+        ASSERT_EQ(lines.size(), (bytes.size() + 15) / 16) << encodingName;
+        for (std::size_t index = 0; index < lines.size(); ++index) {
+            const std::uint64_t rowOffset = index * 16;
+            const ByteBlock block = file.Read(rowOffset, 16);
+            std::string expectedLine;
+            AppendDumpLine(expectedLine, BuildRowCells(&file, rowOffset, block.bytes, encoding));
+            ASSERT_EQ(lines[index] + "\n", expectedLine) << "row " << rowOffset << " in " << encodingName;
+        }
+    }
+}
+
 TEST(DumpCommand, ARangeInsideTheFileStillEqualsTheHexViewsCells)
 {
     CliTemporaryFolder folder;
