@@ -1,6 +1,6 @@
 # Compiler settings shared by every target of the project.
 add_library(tolmo_options INTERFACE)
-target_include_directories(tolmo_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_include_directories(tolmo_options INTERFACE ${PROJECT_SOURCE_DIR}/src ${PROJECT_BINARY_DIR}/generated)
 if(MSVC)
   target_compile_options(tolmo_options INTERFACE /W4 /permissive- /utf-8)
 else()

@@ -12,6 +12,9 @@ namespace {
 // Large enough that a system call costs nothing beside the scan, small enough to keep the whole
 // program within a few megabytes however big the file.
 constexpr std::size_t BlockBytes = 2 * 1024 * 1024;
+// Going backward the hits of a block are held until it is done, four bytes each: a smaller block keeps
+// that list small too when every byte is a hit.
+constexpr std::size_t BackwardBlockBytes = 1024 * 1024;
 
 // Reads `count` bytes at `offset` into `destination`; the number that came.
 std::size_t ReadFully(const FileViewModel& file, std::uint64_t offset, std::size_t count, std::uint8_t* destination)
@@ -67,11 +70,11 @@ void BackwardHits(const FileViewModel& file, const std::vector<std::uint8_t>& pa
     }
     const HorspoolSearcher searcher(pattern);
     const std::uint64_t highest = std::min<std::uint64_t>(from, size - pattern.size());
-    std::vector<std::uint8_t> buffer(BlockBytes + pattern.size() - 1);
+    std::vector<std::uint8_t> buffer(BackwardBlockBytes + pattern.size() - 1);
     // Offsets within one block, found rising and given out falling.
     std::vector<std::uint32_t> found;
     for (std::uint64_t last = highest;;) {
-        const std::uint64_t count = std::min<std::uint64_t>(last + 1, BlockBytes);
+        const std::uint64_t count = std::min<std::uint64_t>(last + 1, BackwardBlockBytes);
         const std::uint64_t first = last + 1 - count;
         const std::size_t length = ReadFully(file, first, static_cast<std::size_t>(count + pattern.size() - 1), buffer.data());
         found.clear();

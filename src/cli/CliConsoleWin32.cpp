@@ -2,9 +2,19 @@
 
 #include <windows.h>
 
+#include <cstdlib>
+
 namespace tlm {
 
 namespace {
+
+UINT previousOutputCodePage = 0;
+
+// The console outlives the program; it gets back the code page it had.
+void RestoreOutputCodePage()
+{
+    SetConsoleOutputCP(previousOutputCodePage);
+}
 
 bool IsConsole(HANDLE handle)
 {
@@ -35,7 +45,10 @@ CliStreams ProcessStreams()
 {
     // The text is UTF-8 whatever the console's code page was; the bytes go through WriteFile as they
     // are, so nothing turns "\n" into "\r\n" in a file or a pipe either.
-    SetConsoleOutputCP(CP_UTF8);
+    previousOutputCodePage = GetConsoleOutputCP();
+    if (previousOutputCodePage != 0 && previousOutputCodePage != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) {
+        std::atexit(RestoreOutputCodePage);
+    }
     CliStreams streams;
     streams.writeOut = [](std::string_view text) { WriteAllTo(STD_OUTPUT_HANDLE, text); };
     streams.writeError = [](std::string_view text) { WriteAllTo(STD_ERROR_HANDLE, text); };

@@ -135,7 +135,9 @@ int FindFirst(CliStreams& streams, const FileViewModel& file, const FindRequest&
 
 int FindAll(CliStreams& streams, const FileViewModel& file, const FindRequest& request)
 {
-    ProgressBar bar(streams, file.GetSize());
+    // Offsets printed one a line on the same terminal would tear the bar apart.
+    const bool streamsToTerminal = streams.outIsTerminal && !request.countOnly;
+    ProgressBar bar(streams, streamsToTerminal ? 0 : file.GetSize());
     CliOutput output(streams);
     JsonWriter json;
     if (request.json) {

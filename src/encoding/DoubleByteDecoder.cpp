@@ -86,17 +86,28 @@ std::optional<DecodedCharacter> DecodeDoubleByteCharacter(const DoubleByteScheme
 
 std::size_t FindDoubleByteRowStart(const DoubleByteScheme& scheme, const RowDecodeBuffer& buffer)
 {
-    const std::size_t rowStart = buffer.rowBegin;
+    return FindDoubleByteRowStart(scheme, buffer.bytes, buffer.rowBegin);
+}
+
+std::size_t FindDoubleByteRowStart(const DoubleByteScheme& scheme, std::span<const std::uint8_t> bytes, std::size_t rowStart)
+{
     if (rowStart == 0) {
         return rowStart;
     }
     // The scan may look at the row's first byte as a trail, never further.
-    const std::vector<std::uint8_t>& bytes = buffer.bytes;
     const std::size_t scanEnd = std::min(rowStart + 1, bytes.size());
-    std::size_t position = 0;
+    const auto pairAt = [&](std::size_t position) {
+        return scheme.IsLead(bytes[position]) && position + 1 < scanEnd && scheme.IsTrail(bytes[position + 1]);
+    };
+    // Steps are one or two bytes, so a walk from the start lands on every position whose byte in front
+    // does not begin a pair. Starting at the last such position before the row gives the same answer
+    // as walking from the start, usually after a step or two instead of thousands.
+    std::size_t position = std::min(rowStart, scanEnd);
+    while (position > 0 && pairAt(position - 1)) {
+        --position;
+    }
     while (position < rowStart && position < scanEnd) {
-        const bool pair = scheme.IsLead(bytes[position]) && position + 1 < scanEnd && scheme.IsTrail(bytes[position + 1]);
-        const std::size_t width = pair ? 2 : 1;
+        const std::size_t width = pairAt(position) ? 2 : 1;
         if (position + width > rowStart) {
             return position;
         }

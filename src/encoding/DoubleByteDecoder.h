@@ -52,6 +52,10 @@ std::optional<DecodedCharacter> DecodeDoubleByteCharacter(const DoubleByteScheme
 // from the buffer's start with the lead and trail tests alone.
 std::size_t FindDoubleByteRowStart(const DoubleByteScheme& scheme, const RowDecodeBuffer& buffer);
 
+// The same for the row that starts at `rowStart` in `bytes`, which begin where the scan begins; only
+// the row's first byte is looked at behind its start.
+std::size_t FindDoubleByteRowStart(const DoubleByteScheme& scheme, std::span<const std::uint8_t> bytes, std::size_t rowStart);
+
 // The text column of the row in `buffer`, walking from the scan's result. An invalid pair costs one
 // step, so its second byte gets a chance as a first byte.
 std::vector<std::u16string> DecodeDoubleByteRow(const DoubleByteScheme& scheme, const RowDecodeBuffer& buffer);

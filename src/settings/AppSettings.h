@@ -1,6 +1,7 @@
 #pragma once
 
 #include "encoding/TextEncoding.h"
+#include "settings/ProductVersion.h"
 #include "settings/Theme.h"
 
 #include <cstddef>
@@ -28,7 +29,7 @@ struct SearchHistoryEntry {
     friend bool operator==(const SearchHistoryEntry&, const SearchHistoryEntry&) = default;
 };
 
-inline constexpr std::u16string_view SettingsVersion = u"v2.00";
+inline constexpr std::u16string_view SettingsVersion = ProductVersion;
 inline constexpr std::u16string_view SystemLanguageSetting = u"system";
 inline constexpr std::u16string_view DefaultFontFamily = u"Consolas";
 inline constexpr float DefaultFontSize = 12.0f;
