@@ -3,8 +3,9 @@
 # package`). Both are built here on Linux: the zip by CPack itself, the installer by NSIS's
 # makensis with the script in cmake/nsis.
 
-# Every package holds the program, its languages, the patterns and the licence notice.
-install(TARGETS tolmo RUNTIME DESTINATION . COMPONENT program)
+# Every package holds the program and its command-line companion, the languages, the patterns and
+# the licence notice.
+install(TARGETS tolmo tolmo-cli RUNTIME DESTINATION . COMPONENT program)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/strings DESTINATION resources COMPONENT program
   FILES_MATCHING PATTERN "*.txt")
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/patterns/ DESTINATION patterns COMPONENT program
