@@ -4,11 +4,11 @@ namespace tlm {
 
 namespace {
 
-const CliOptionSpec* FindSpec(std::span<const CliOptionSpec> specs, std::string_view name)
+const CliOptionRule* FindRule(std::span<const CliOptionRule> rules, std::string_view name)
 {
-    for (const CliOptionSpec& spec : specs) {
-        if (spec.name == name) {
-            return &spec;
+    for (const CliOptionRule& rule : rules) {
+        if (rule.name == name) {
+            return &rule;
         }
     }
     return nullptr;
@@ -41,7 +41,7 @@ std::optional<std::string> CliArguments::Value(std::string_view name) const
     return std::nullopt;
 }
 
-std::optional<CliArguments> ParseCliArguments(std::span<const std::string> words, std::span<const CliOptionSpec> specs,
+std::optional<CliArguments> ParseCliArguments(std::span<const std::string> words, std::span<const CliOptionRule> rules,
     std::string& error)
 {
     CliArguments arguments;
@@ -58,26 +58,26 @@ std::optional<CliArguments> ParseCliArguments(std::span<const std::string> words
         }
         const std::size_t equals = word.find('=');
         const std::string name = word.substr(0, equals);
-        const CliOptionSpec* spec = FindSpec(specs, name);
-        if (spec == nullptr) {
+        const CliOptionRule* rule = FindRule(rules, name);
+        if (rule == nullptr) {
             error = "unknown option " + name;
             return std::nullopt;
         }
-        if (!spec->repeatable && arguments.Has(name)) {
+        if (!rule->repeatable && arguments.Has(name)) {
             error = name + " is given more than once";
             return std::nullopt;
         }
         CliOption option{name, {}};
         if (equals != std::string::npos) {
-            if (spec->valueCount != 1) {
+            if (rule->valueCount != 1) {
                 error = name + " does not take a value after \"=\"";
                 return std::nullopt;
             }
             option.values.push_back(word.substr(equals + 1));
         } else {
-            for (int taken = 0; taken < spec->valueCount; ++taken) {
+            for (int taken = 0; taken < rule->valueCount; ++taken) {
                 if (index + 1 >= words.size()) {
-                    error = name + (spec->valueCount == 1 ? " needs a value" : " needs " + std::to_string(spec->valueCount) + " values");
+                    error = name + (rule->valueCount == 1 ? " needs a value" : " needs " + std::to_string(rule->valueCount) + " values");
                     return std::nullopt;
                 }
                 option.values.push_back(words[++index]);

@@ -9,7 +9,7 @@
 namespace tlm {
 
 // One option a command accepts: how many values follow it, and whether it may be given again.
-struct CliOptionSpec {
+struct CliOptionRule {
     std::string_view name; // with its dashes: "--offset"
     int valueCount = 0;
     bool repeatable = false;
@@ -33,7 +33,7 @@ struct CliArguments {
 // Splits the words after the command name. "--name=value" is the same as "--name value". A word that
 // follows an option as its value is taken as it stands, dashes and all. On failure `error` says which
 // word was wrong.
-std::optional<CliArguments> ParseCliArguments(std::span<const std::string> words, std::span<const CliOptionSpec> specs,
+std::optional<CliArguments> ParseCliArguments(std::span<const std::string> words, std::span<const CliOptionRule> rules,
     std::string& error);
 
 } // namespace tlm

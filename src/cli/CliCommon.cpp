@@ -25,10 +25,10 @@ int FailCli(CliStreams& streams, std::string_view command, std::string_view mess
 }
 
 std::optional<CliArguments> ParseCommandWords(CliStreams& streams, std::string_view command,
-    std::span<const std::string> words, std::span<const CliOptionSpec> specs)
+    std::span<const std::string> words, std::span<const CliOptionRule> rules)
 {
     std::string error;
-    std::optional<CliArguments> arguments = ParseCliArguments(words, specs, error);
+    std::optional<CliArguments> arguments = ParseCliArguments(words, rules, error);
     if (!arguments) {
         FailCli(streams, command, error);
         return std::nullopt;

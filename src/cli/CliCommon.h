@@ -21,7 +21,7 @@ int FailCli(CliStreams& streams, std::string_view command, std::string_view mess
 // The command's words parsed against its options, with exactly one plain argument, the file. On
 // failure the message is written and nothing is returned.
 std::optional<CliArguments> ParseCommandWords(CliStreams& streams, std::string_view command,
-    std::span<const std::string> words, std::span<const CliOptionSpec> specs);
+    std::span<const std::string> words, std::span<const CliOptionRule> rules);
 
 // Reads a numeric option; `fallback` when it is absent. False, with the message written, when present
 // but not a number.

@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::string_view Command = "dump";
 
-constexpr std::array<CliOptionSpec, 4> Options{{
+constexpr std::array<CliOptionRule, 4> Options{{
     {"--offset", 1, false},
     {"--length", 1, false},
     {"--encoding", 1, false},

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::string_view Command = "find";
 
-constexpr std::array<CliOptionSpec, 8> Options{{
+constexpr std::array<CliOptionRule, 8> Options{{
     {"--text", 1, false},
     {"--hex", 1, false},
     {"--encoding", 1, false},

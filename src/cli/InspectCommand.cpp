@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::string_view Command = "inspect";
 
-constexpr std::array<CliOptionSpec, 3> Options{{
+constexpr std::array<CliOptionRule, 3> Options{{
     {"--offset", 1, false},
     {"--encoding", 1, false},
     {"--json", 0, false},

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::string_view Command = "patch";
 
-constexpr std::array<CliOptionSpec, 4> Options{{
+constexpr std::array<CliOptionRule, 4> Options{{
     {"--overwrite", 2, true},
     {"--insert", 2, true},
     {"--delete", 2, true},

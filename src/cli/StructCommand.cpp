@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view Command = "struct";
 
-constexpr std::array<CliOptionSpec, 6> Options{{
+constexpr std::array<CliOptionRule, 6> Options{{
     {"--pattern", 1, false},
     {"--offset", 1, false},
     {"--dec", 0, false},

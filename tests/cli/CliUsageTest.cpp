@@ -71,10 +71,10 @@ TEST(CliOffset, NumbersAreDecimalOrHexadecimalAfterZeroX)
 
 TEST(CliArguments, OptionsKeepTheirOrderAndValuesMayLookLikeOptions)
 {
-    constexpr std::array<CliOptionSpec, 3> specs{{{"--text", 1, false}, {"--insert", 2, true}, {"--json", 0, false}}};
+    constexpr std::array<CliOptionRule, 3> rules{{{"--text", 1, false}, {"--insert", 2, true}, {"--json", 0, false}}};
     const std::vector<std::string> words{"file", "--insert", "1", "AA", "--text=-x", "--insert", "0", "BB", "--json"};
     std::string error;
-    const std::optional<CliArguments> arguments = ParseCliArguments(words, specs, error);
+    const std::optional<CliArguments> arguments = ParseCliArguments(words, rules, error);
     ASSERT_TRUE(arguments.has_value()) << error;
     EXPECT_EQ(arguments->positionals, std::vector<std::string>{"file"});
     ASSERT_EQ(arguments->options.size(), 4u);
@@ -83,7 +83,7 @@ TEST(CliArguments, OptionsKeepTheirOrderAndValuesMayLookLikeOptions)
     EXPECT_EQ(arguments->options[2].values, (std::vector<std::string>{"0", "BB"}));
     EXPECT_TRUE(arguments->Has("--json"));
     const std::vector<std::string> dashed{"--text", "--", "--", "-file"};
-    const std::optional<CliArguments> ended = ParseCliArguments(dashed, specs, error);
+    const std::optional<CliArguments> ended = ParseCliArguments(dashed, rules, error);
     ASSERT_TRUE(ended.has_value());
     EXPECT_EQ(ended->Value("--text"), "--");
     EXPECT_EQ(ended->positionals, std::vector<std::string>{"-file"});
