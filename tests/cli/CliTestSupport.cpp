@@ -12,14 +12,6 @@ namespace tlm::test {
 
 namespace {
 
-std::filesystem::path UniqueFolder()
-{
-    static std::atomic<unsigned> counter{0};
-    const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    return std::filesystem::temp_directory_path()
-        / ("tolmo-cli-test-" + std::to_string(stamp) + "-" + std::to_string(counter++));
-}
-
 class JsonReader {
 public:
     explicit JsonReader(const std::string& source)
@@ -211,47 +203,15 @@ CliRun RunCliCaptured(const std::vector<std::string>& arguments, bool errorIsTer
     return run;
 }
 
-CliTemporaryFolder::CliTemporaryFolder()
-    : folder(UniqueFolder())
-{
-    std::filesystem::create_directories(folder);
-}
-
-CliTemporaryFolder::~CliTemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, std::filesystem::perm_options::add, ignored);
-    std::filesystem::remove_all(folder, ignored);
-}
-
-std::filesystem::path CliTemporaryFolder::Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const
-{
-    const std::filesystem::path path = folder / name;
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return path;
-}
-
 std::filesystem::path CliTemporaryFolder::WriteText(const std::string& name, const std::string& text) const
 {
     return Write(name, std::vector<std::uint8_t>(text.begin(), text.end()));
 }
 
-std::filesystem::path CliTemporaryFolder::WriteSparse(const std::string& name, std::uint64_t size,
-    const std::vector<std::uint8_t>& tail) const
-{
-    const std::filesystem::path path = Write(name, {});
-    std::filesystem::resize_file(path, size);
-    std::fstream out(path, std::ios::binary | std::ios::in | std::ios::out);
-    out.seekp(static_cast<std::streamoff>(size - tail.size()));
-    out.write(reinterpret_cast<const char*>(tail.data()), static_cast<std::streamsize>(tail.size()));
-    return path;
-}
-
 std::vector<std::string> CliTemporaryFolder::FileNames() const
 {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto& entry : std::filesystem::directory_iterator(Path())) {
         names.push_back(PathText(entry.path().filename()));
     }
     return names;
@@ -261,12 +221,6 @@ std::string PathText(const std::filesystem::path& path)
 {
     const std::u8string text = path.u8string();
     return std::string(text.begin(), text.end());
-}
-
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 std::vector<std::string> SplitLines(const std::string& text)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TemporaryFolder.h"
 #include "cli/CliStreams.h"
 
 #include <cstdint>
@@ -23,27 +24,14 @@ struct CliRun {
 CliRun RunCliCaptured(const std::vector<std::string>& arguments, bool errorIsTerminal = false);
 
 // A folder of its own for one test, removed with everything in it afterwards.
-class CliTemporaryFolder {
+class CliTemporaryFolder : public TemporaryFolder {
 public:
-    CliTemporaryFolder();
-    ~CliTemporaryFolder();
-    CliTemporaryFolder(const CliTemporaryFolder&) = delete;
-    CliTemporaryFolder& operator=(const CliTemporaryFolder&) = delete;
-
-    std::filesystem::path Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const;
     std::filesystem::path WriteText(const std::string& name, const std::string& text) const;
-    // A file of `size` bytes with nothing stored but `tail` at its end.
-    std::filesystem::path WriteSparse(const std::string& name, std::uint64_t size, const std::vector<std::uint8_t>& tail) const;
-    const std::filesystem::path& Path() const { return folder; }
     // Names of the files in the folder.
     std::vector<std::string> FileNames() const;
-
-private:
-    std::filesystem::path folder;
 };
 
 std::string PathText(const std::filesystem::path& path);
-std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& path);
 std::vector<std::string> SplitLines(const std::string& text);
 std::vector<std::uint8_t> RandomBytes(std::size_t count, std::uint32_t seed);
 

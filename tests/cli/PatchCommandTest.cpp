@@ -77,7 +77,7 @@ TEST(PatchCommand, RandomEditSequencesGiveWhatAByteVectorModelGives)
         }
         const CliRun run = RunCliCaptured(words);
         ASSERT_EQ(run.exitCode, 0) << run.err;
-        EXPECT_EQ(ReadFileBytes(path), model) << "trial " << trial;
+        EXPECT_EQ(ReadWholeFile(path), model) << "trial " << trial;
         EXPECT_FALSE(LeftTemporaryFile(folder));
     }
 }
@@ -98,7 +98,7 @@ TEST(PatchCommand, JsonSaysWhetherTheSaveWentInPlace)
     ASSERT_TRUE(second.has_value());
     EXPECT_TRUE((*second)["viaTemporaryFile"].boolean);
     EXPECT_EQ((*second)["size"].number, 5u);
-    EXPECT_EQ(ReadFileBytes(path), (std::vector<std::uint8_t>{0xFF, 1, 0xAA, 0xBB, 4}));
+    EXPECT_EQ(ReadWholeFile(path), (std::vector<std::uint8_t>{0xFF, 1, 0xAA, 0xBB, 4}));
     EXPECT_FALSE(LeftTemporaryFile(folder));
 }
 
@@ -147,7 +147,7 @@ TEST(PatchCommand, ARefusedPatchLeavesTheFileUnchanged)
         const CliRun run = RunCliCaptured(arguments);
         EXPECT_EQ(run.exitCode, 2) << message;
         EXPECT_EQ(run.err, message);
-        EXPECT_EQ(ReadFileBytes(path), original) << message;
+        EXPECT_EQ(ReadWholeFile(path), original) << message;
         EXPECT_FALSE(LeftTemporaryFile(folder));
     }
 }
@@ -182,7 +182,7 @@ TEST(PatchCommand, AReadOnlyFileIsRefusedWithTheSaveFailureAndLeftUnchanged)
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_EQ(run.err.rfind("tolmo-cli patch: The file could not be saved.", 0), 0u) << run.err;
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1);
-    EXPECT_EQ(ReadFileBytes(path), original);
+    EXPECT_EQ(ReadWholeFile(path), original);
     EXPECT_FALSE(LeftTemporaryFile(folder));
 }
 
@@ -192,7 +192,7 @@ TEST(PatchCommand, AnEmptyFileTakesInsertedBytes)
     const std::filesystem::path path = folder.Write("empty.bin", {});
     const CliRun run = RunCliCaptured({"patch", PathText(path), "--insert", "0", "41 42", "--insert", "1", "43"});
     EXPECT_EQ(run.exitCode, 0) << run.err;
-    EXPECT_EQ(ReadFileBytes(path), (std::vector<std::uint8_t>{0x41, 0x43, 0x42}));
+    EXPECT_EQ(ReadWholeFile(path), (std::vector<std::uint8_t>{0x41, 0x43, 0x42}));
 }
 
 } // namespace tlm::test

@@ -15,7 +15,7 @@ std::filesystem::path UniqueFolder()
     static std::atomic<unsigned> counter{0};
     const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
     return std::filesystem::temp_directory_path()
-        / ("tolmo-hexview-" + std::to_string(stamp) + "-" + std::to_string(counter++));
+        / ("tolmo-test-" + std::to_string(stamp) + "-" + std::to_string(counter++));
 }
 
 } // namespace
@@ -29,6 +29,8 @@ TemporaryFolder::TemporaryFolder()
 TemporaryFolder::~TemporaryFolder()
 {
     std::error_code ignored;
+    // A test may have taken the folder's own write permission away.
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_all, std::filesystem::perm_options::add, ignored);
     std::filesystem::remove_all(folder, ignored);
 }
 
